@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Sets up a fresh Debian machine for Pairview, builds it, and then either starts
+# the program (./dev.sh run) or runs every test (./dev.sh test).
+set -euo pipefail
+cd "$(dirname "$0")"
+
+packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-qpa-plugins libqt6test6
+          libgtest-dev libgmock-dev libpcre2-dev xdg-utils)
+
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if ((${#missing[@]})); then
+  if [ "$(id -u)" = 0 ]; then
+    apt-get update -qq && DEBIAN_FRONTEND=noninteractive apt-get install -y -qq "${missing[@]}"
+  elif command -v sudo >/dev/null && sudo -n true 2>/dev/null; then
+    sudo apt-get update -qq && sudo DEBIAN_FRONTEND=noninteractive apt-get install -y -qq "${missing[@]}"
+  else
+    echo "Pairview needs these packages. Run, as root:"
+    echo "  apt-get install -y ${missing[*]}"
+    exit 1
+  fi
+fi
+
+cmake --preset default >/dev/null
+cmake --build --preset default
+
+case "${1:-run}" in
+  run)  shift || true; exec ./build/src/pairview "$@" ;;
+  test) QT_QPA_PLATFORM=offscreen ctest --preset default ;;
+  *)    echo "usage: ./dev.sh [run|test]"; exit 2 ;;
+esac

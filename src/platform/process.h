@@ -1,0 +1,46 @@
+#pragma once
+// Starting programs. Command lines are written as the Windows command interpreter
+// would see them and split by its quoting rules; a few program names are mapped
+// to what the desktop offers.
+
+#include <string>
+#include <vector>
+
+namespace pv {
+
+// Splits a command line by the Windows rules (CommandLineToArgvW): blanks and tabs
+// separate words, double quotes group, backslashes are literal unless they precede
+// a double quote (2n backslashes + quote -> n backslashes and a quote toggle,
+// 2n+1 -> n backslashes and a literal quote), "" inside quotes is a literal quote.
+std::vector<std::string> splitCommandLine(const std::string& commandLine);
+
+// Quotes one argument so that splitCommandLine gives it back unchanged.
+std::string quoteArgument(const std::string& argument);
+
+// Resolves a program name the way the program starts it on POSIX:
+//  - "Write.exe" and "Notepad.exe" (any case) are the desktop's text editor:
+//    $PAIRVIEW_EDITOR split by splitCommandLine when set, else "xdg-open";
+//  - a name ending in ".cmd" or ".bat" (any case) runs under the script
+//    interpreter: {pvcmdPath(), script};
+//  - a name with a "/" is used as it stands;
+//  - otherwise the name on $PATH, and "x" for "x.exe" when only that exists.
+// Returns the argv prefix to run (program first), or empty when nothing is found.
+std::vector<std::string> resolveProgram(const std::string& name);
+
+// The path of the pvcmd interpreter: $PAIRVIEW_PVCMD when set, else "pvcmd"
+// beside the running executable, else "pvcmd" on $PATH.
+std::string pvcmdPath();
+
+// Starts a command line detached (not waited on, no handle kept) after resolving
+// its first word with resolveProgram. For a script, what it prints outside its own
+// redirections goes to SCRIPT.log beside it. Returns the process id.
+// Throws RuntimeError (errno number and text) when the program cannot be started;
+// a program that cannot be found gives ENOENT with the program name in the text.
+long startDetached(const std::string& commandLine, const std::string& workingDirectory = {});
+
+// Starts argv (already split and resolved) and waits for it; returns its exit code
+// (128 + signal number when killed). Used by the script interpreter.
+// Throws RuntimeError when it cannot be started.
+int runAndWait(const std::vector<std::string>& argv);
+
+} // namespace pv
