@@ -1,0 +1,44 @@
+#pragma once
+// The settings file: an INI file read and written one key at a time, with no
+// copy kept in memory. Every call goes to the file named by path() at that moment.
+
+#include <string>
+#include <string_view>
+
+namespace pv {
+
+class Settings {
+public:
+    explicit Settings(std::string path = {}) : m_path(std::move(path)) {}
+
+    const std::string& path() const { return m_path; }
+    void setPath(std::string path) { m_path = std::move(path); }
+
+    // The raw private-profile read: at most 254 characters of the value, blanks
+    // trimmed; empty when the file, section or key is missing.
+    std::string read(std::string_view section, std::string_view key) const;
+
+    // The value, or `def` unchanged when the trimmed value is empty.
+    std::string GetIniValue(std::string_view section, std::string_view key,
+                            std::string_view def) const;
+    // The value, or `def` when the trimmed value is shorter than two characters.
+    std::string GetIniValueMin2(std::string_view section, std::string_view key,
+                                std::string_view def) const;
+
+    // Writes one value (untrimmed; an empty value leaves "KEY="). The file is
+    // replaced atomically; a failure is swallowed, as the program never checks it.
+    // Returns false when the write failed.
+    bool write(std::string_view section, std::string_view key, std::string_view value) const;
+
+private:
+    std::string m_path;
+};
+
+// A switch is on when its text equals "True" in any letter case.
+bool IniBool(std::string_view text);
+// The yes/no reader: "NO" in any case is no, anything else yes.
+bool IniYes(std::string_view text);
+// The switch text of a Boolean: "True" or "False".
+inline const char* switchText(bool on) { return on ? "True" : "False"; }
+
+} // namespace pv
