@@ -12,6 +12,8 @@ struct Redirection {
     int handle = 1;      // 1 standard output, 2 standard error
     bool append = false; // ">>" rather than ">"
     std::string target;  // file name without quotes, or "&1"/"&2" for a handle
+
+    bool operator==(const Redirection&) const = default;
 };
 
 class ScriptLine {
