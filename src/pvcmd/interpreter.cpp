@@ -513,7 +513,7 @@ int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int 
     try {
         return pv::runAndWait(argv, outFd, errFd);
     } catch (const pv::RuntimeError& e) {
-        if (e.number() == ENOENT)
+        if (e.number() == ENOENT || e.number() == ENOTDIR)
             return notRecognized();
         if (e.number() == EACCES) {
             io.err << "Access is denied.\r\n";

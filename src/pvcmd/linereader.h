@@ -9,8 +9,8 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace pvcmd {
 
@@ -39,7 +39,9 @@ private:
     bool m_eof = false;
     bool m_failed = false;
     int m_error = 0;
-    std::vector<char> m_buffer;
+    // Not zero-filled: for a small file only the pages that are read get touched.
+    std::unique_ptr<char[]> m_buffer;
+    size_t m_capacity;
     size_t m_pos = 0;
     size_t m_end = 0;
     bool m_pendingUnit = false;
