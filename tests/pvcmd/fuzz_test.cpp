@@ -51,11 +51,12 @@ TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
     here.dir().mkdir("sub");
     here.dir().write("a", "A\nB\n");
     here.dir().write("b", "A\nC\n");
-    // No program can be found: random lines must not start anything.
+    // No program can be found: random lines must not start anything. No token
+    // starts with "/", so no redirection can name a file outside the directory.
     PathGuard path(here.dir().mkdir("emptybin"));
     const std::vector<std::string> tokens = {
         "echo", "ECHO", "echo.", "echo:", "rem", "@", "@echo off", "echo on", "cd", "cd /d",
-        "pushd", "popd", "sub", "\"sub\"", "C:", "fc", "FC", "/b", "/lb2", "/n", "/x", "a", "b",
+        "pushd", "popd", "sub", "\"sub\"", "C:", "fc", "FC", "fc /b", "FC /lb2 /n", "fc /x", "a", "b",
         "\"a\"", ">", ">>", "2>", "2>&1", "f", "\"g h\"", "missing/y", "sub/x", "^", "^>", "\"",
         "%", "%1", "%%", "%~1", " ", "  ", "\t", "x", "100%", "&", "|", "exit /b 1", "pause",
         "nosuch", std::string("\0", 1), "\r", "::"};
