@@ -165,8 +165,9 @@ TEST(Fuzz, FcTextReportsAreConsistentWithTheFiles) {
         ASSERT_EQ(out[0], "Comparing files a.txt and b.txt");
         ASSERT_EQ(run.rc == 0, out.size() >= 2 && out[1] == "FC: no differences encountered")
             << context;
-        if (text1 == text2)
+        if (text1 == text2) {
             ASSERT_EQ(run.rc, 0) << context;
+        }
 
         // Every numbered line shows that line of its file; within a side the
         // numbers run on by one (across "..." of /a they jump ahead).
@@ -198,8 +199,9 @@ TEST(Fuzz, FcTextReportsAreConsistentWithTheFiles) {
             ASSERT_GE(number, 1);
             ASSERT_LE(static_cast<size_t>(number), side->size()) << context;
             EXPECT_EQ(line.substr(8), (*side)[static_cast<size_t>(number) - 1]) << context;
-            if (last != 0 && !skipped)
+            if (last != 0 && !skipped) {
                 EXPECT_EQ(number, last + 1) << context;
+            }
             last = number;
             skipped = false;
         }

@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -96,8 +97,9 @@ TEST_P(Echo, WritesWhatTheSystemWrites) {
     Captured run = runScriptText(std::string("@echo off\r\n") + c.script);
     EXPECT_EQ(run.out, crlf(c.out));
     EXPECT_EQ(run.err, "");
-    if (c.file)
+    if (c.file) {
         EXPECT_EQ(readFile(here.dir() / "f"), crlf(c.file));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -227,6 +229,30 @@ TEST(Interpreter, LinesTooLongOrWithNulAreHandled) {
                                  "echo after\r\n");
     EXPECT_EQ(run.err, "The input line is too long.\r\n");
     EXPECT_EQ(run.out, "a\r\nafter\r\n");
+}
+
+} // namespace
+
+namespace {
+
+TEST(Interpreter, StartWaitsOnlyWhenAsked) {
+    pvcmdtest::InTempDir here;
+    std::string prog = here.dir().write("prog.sh", "#!/bin/sh\nsleep 0.2\necho \"$1\" > \"$2\"\n");
+    ::chmod(prog.c_str(), 0755);
+    const std::string waited = here.dir() / "waited.txt";
+    const std::string detached = here.dir() / "detached.txt";
+    Captured run = runScriptText("@echo off\r\n"
+                                 "start \"title\" /wait /min " + prog + " w " + waited + "\r\n"
+                                 "start " + prog + " d " + detached + "\r\n"
+                                 "cd\r\n");
+    // The waited program finished before the next line; the detached one need not have.
+    EXPECT_EQ(pvtest::readFile(waited), "w\n");
+    EXPECT_EQ(run.out, cwd() + "\r\n");
+    EXPECT_EQ(run.rc, 0);
+    std::string text;
+    for (int i = 0; i < 500 && (text = pvtest::readFile(detached)).empty(); ++i)
+        ::usleep(10000);
+    EXPECT_EQ(text, "d\n");
 }
 
 } // namespace
