@@ -227,6 +227,13 @@ long startDetached(const std::string& commandLine, const std::string& workingDir
         throw RuntimeError::fromErrno(ENOENT, words[0]);
     argv.insert(argv.end(), words.begin() + 1, words.end());
 
+    // Checked here so that the error names the directory, not the program.
+    struct stat dirInfo {};
+    if (!workingDirectory.empty() && ::stat(workingDirectory.c_str(), &dirInfo) != 0)
+        throw RuntimeError::fromErrno(errno, workingDirectory);
+    if (!workingDirectory.empty() && !S_ISDIR(dirInfo.st_mode))
+        throw RuntimeError::fromErrno(ENOTDIR, workingDirectory);
+
     SpawnSetup setup;
     short flags = POSIX_SPAWN_SETSID;
     posix_spawnattr_setflags(&setup.m_attr, flags);

@@ -145,7 +145,9 @@ public:
                     fd = from; // the interpreter's own handle
             } else {
                 int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (r.append ? O_APPEND : O_TRUNC);
-                fd = ::open(r.target.c_str(), flags, 0666);
+                // "nul" is the system's null device in any directory and any case.
+                std::string target = lower(r.target) == "nul" ? "/dev/null" : r.target;
+                fd = ::open(target.c_str(), flags, 0666);
                 if (fd < 0) {
                     error = errno;
                     failed = r.target;
@@ -173,7 +175,7 @@ Interpreter::Interpreter(ToolIo& io) : m_io(io) {}
 
 int Interpreter::runScript(const std::string& path, const std::vector<std::string>& args) {
     std::ifstream file(path, std::ios::binary);
-    if (!file) {
+    if (!file || isDirectory(path)) {
         m_io.err << kFileNotFound << "\r\n";
         m_io.err.flush();
         return 1;

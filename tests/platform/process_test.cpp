@@ -251,6 +251,13 @@ TEST(StartDetached, FailuresCarryErrnoAndName) {
         {"NotExecutable", notExecutable, EACCES, "data.txt"},
         {"Empty", "   ", ENOENT, ""},
     };
+    try {
+        pv::startDetached("/bin/true", dir / "no-such-dir");
+        ADD_FAILURE() << "expected an error for a missing working directory";
+    } catch (const pv::RuntimeError& e) {
+        EXPECT_EQ(e.number(), ENOENT);
+        EXPECT_NE(e.description().find("no-such-dir"), std::string::npos) << e.description();
+    }
     for (const Row& row : rows) {
         try {
             pv::startDetached(row.commandLine);

@@ -117,6 +117,7 @@ INSTANTIATE_TEST_SUITE_P(
         EchoCase{"EscapedOperators", "echo a^>b ^^ c\r\n", nullptr, "a>b ^ c\n"},
         EchoCase{"HandleTwoLeavesOutput", "echo x 2>f\r\n", "", "x \n"},
         EchoCase{"AttachedDigitIsText", "echo a2>f\r\n", "a2\n", ""},
+        EchoCase{"NulSwallowsOutput", "echo gone > NUL\r\necho kept>f 2>nul\r\n", "kept \n", ""},
         EchoCase{"LfOnlyScript", "echo a\necho b\n", nullptr, "a\nb\n"},
         EchoCase{"RemRunsNothing", "rem echo x > f & echo y\r\nREM\r\n:: echo z\r\n", nullptr,
                  ""}),
