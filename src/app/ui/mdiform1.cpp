@@ -55,6 +55,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     m_timer = new QTimer(this);
     m_timer->setObjectName("Timer1");
     createMenus();
+    connectCommands();
     resize(1100, 760);
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
         if (sub)
@@ -259,40 +260,6 @@ Pairview* MDIForm1::activeCompareWindow() const {
         if (f->objectName().toUpper() == "PAIRVIEW" && FormRegistry::tagOf(f) == tag)
             return qobject_cast<Pairview*>(f);
     return nullptr;
-}
-
-void MDIForm1::AddRecent(std::string& path) {
-    auto trim = [](std::string s) {
-        std::size_t b = s.find_first_not_of(' ');
-        if (b == std::string::npos)
-            return std::string();
-        return s.substr(b, s.find_last_not_of(' ') - b + 1);
-    };
-    auto upper = [](std::string s) {
-        for (char& c : s)
-            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        return s;
-    };
-    path = trim(path);
-    if (path.empty())
-        return;
-    Settings s = programSettings();
-    auto key = [](int i) { return "ITEM" + std::to_string(i); };
-    int found = -1;
-    for (int i = 0; i <= 20; ++i)
-        if (upper(trim(s.GetIniValueMin2("RECENTFILES", key(i), ""))) == upper(path))
-            found = i;
-    for (int i = found >= 0 ? found - 1 : 19; i >= 0; --i) {
-        std::string v = trim(s.GetIniValueMin2("RECENTFILES", key(i), ""));
-        if (!v.empty())
-            s.write("RECENTFILES", key(i + 1), v);
-    }
-    s.write("RECENTFILES", "ITEM0", path);
-}
-
-long MDIForm1::runEditor(const std::string& path) {
-    std::string editor = programSettings().GetIniValueMin2("APPLICATION", "EDITOR", "Write.exe");
-    return startDetached(editor + " \"" + path + "\"");
 }
 
 void MDIForm1::closeThisForm(const QString& name) {
