@@ -61,6 +61,8 @@ struct EditorCase {
     const char* command;
 };
 
+void PrintTo(const EditorCase& c, std::ostream* os) { *os << c.name; }
+
 class RunEditorCommand : public Launcher, public testing::WithParamInterface<EditorCase> {};
 
 TEST_P(RunEditorCommand, StartsTheChosenEditor) {
