@@ -4,7 +4,6 @@
 #include "compare/scripttext.h"
 #include "compare/fileattributes.h"
 #include "platform/clock.h"
-#include "platform/process.h"
 
 namespace pv {
 
@@ -93,7 +92,9 @@ void DirectoryCompare::finishRun(const CompareOptions& options) {
     m_script.writeLine();
     m_script.close();
     if (m_start)
-        m_lastTask = m_start(quoteArgument(m_files.script));
+        m_lastTask = m_start(m_files.script.find(' ') == std::string::npos
+                                  ? m_files.script
+                                  : "\"" + m_files.script + "\"");
 }
 
 } // namespace pv

@@ -4,6 +4,7 @@
 #include "platform/filetimes.h"
 #include "settings/settings.h"
 
+#include <cstdio>
 #include <exception>
 
 namespace pv {
@@ -62,7 +63,9 @@ AttributesMessage attributesMessage(const std::string& attr) {
     // Without a length part (date and time alone) the whole rest is the time.
     std::string lengthText = dash == std::string::npos ? std::string() : attr.substr(dash + 1);
     size_t timeStart = date.empty() ? 0 : date.size() - 1;
-    size_t timeLength = attr.size() - date.size() - lengthText.size();
+    size_t timeLength = dash == std::string::npos
+                            ? std::string::npos
+                            : attr.size() - date.size() - lengthText.size();
     std::string time = timeStart < attr.size() ? attr.substr(timeStart, timeLength) : std::string();
     std::string text = "\r\n\r\nDate Last changed (yyyy/mm/dd): " + date +
                        "\r\nTime Last changed: " + time + "\r\nLength: " + lengthText +
