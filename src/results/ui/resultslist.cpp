@@ -28,11 +28,12 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_list = new QListWidget(this);
     m_list->setObjectName("List1");
     // A fixed-pitch font, so that the padded columns line up.
-    QFont font("Courier New");
+    // "Courier New" first; where it is not installed, the usual fixed-pitch faces.
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setFamilies({"Courier New", "DejaVu Sans Mono", "Liberation Mono", "Courier",
+                      font.family()});
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
-    if (!QFontInfo(font).fixedPitch())
-        font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     m_list->setFont(font);
     m_list->setUniformItemSizes(true);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
