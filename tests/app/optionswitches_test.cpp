@@ -191,22 +191,6 @@ TEST(SwitchTable, NamesAndKeysAreUnique) {
     EXPECT_EQ(names.size(), 11u + 34u + 14u);
 }
 
-// A pair clicked on and off in turn: each on-click writes the opposite off only when
-// the opposite was on.
-TEST(SwitchClick, PairSequence) {
-    MenuStates states;
-    auto none = [](const SettingWrite&) {};
-    pv::clickSwitch("mnu_Dir_a_r", states, none);
-    auto w = pv::clickSwitch("mnu_Dir_a_r_not", states, none);
-    ASSERT_EQ(w.size(), 2u);
-    EXPECT_EQ(w[0], (SettingWrite{DC, "DIR_AR", "False"}));
-    w = pv::clickSwitch("mnu_Dir_a_r_not", states, none);
-    ASSERT_EQ(w.size(), 1u);
-    EXPECT_EQ(w[0], (SettingWrite{DC, "DIR_AR_NOT", "False"}));
-    EXPECT_FALSE(states.isChecked("mnu_Dir_a_r"));
-    EXPECT_FALSE(states.isChecked("mnu_Dir_a_r_not"));
-}
-
 } // namespace
 
 #include "settings/settings.h"

@@ -181,16 +181,6 @@ TEST_F(CommandsTest, RecentItemOfAVanishedDirectoryIsReportedWithItsCaption) {
     EXPECT_EQ(prompts.messages[0].rfind(home / "gone/x.txt" + "\r\n", 0), 0u);
 }
 
-TEST_F(CommandsTest, AddRecentFromADoubleClickReachesTheSettings) {
-    write("APPLICATION", "EDITOR", editor);
-    start();
-    window->dir(Side::Left)->setPath(left);
-    window->files(Side::Left)->setListIndex(2);
-    window->FileOneList_DblClick();
-    EXPECT_EQ(value("RECENTFILES", "ITEM0"), left + "/c.txt");
-    EXPECT_EQ(editorArgs(), "[" + left + "/c.txt]\n");
-}
-
 TEST_F(CommandsTest, ViewCommandsOpenTheActiveWindowsFiles) {
     start();
     struct Row {
@@ -266,12 +256,6 @@ TEST_F(CommandsTest, OpenWithItemsOpenTheSelectedFile) {
     pv::globals().setClicked(pv::ClickedControl::Dir2);
     item->trigger();
     EXPECT_EQ(editorArgs(), "[" + right + "/a.cpp]\n");
-}
-
-TEST_F(CommandsTest, CaptureInQueryToolWithoutSuchEditorSaysSo) {
-    start();
-    frame->action("mnu_ShowCaptureFileName_ISQL")->trigger();
-    EXPECT_EQ(prompts.messages, std::vector<std::string>{pv::kNoIsqlEditor});
 }
 
 TEST_F(CommandsTest, OpenByAssociationNeedsASelection) {
