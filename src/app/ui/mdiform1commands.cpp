@@ -81,6 +81,18 @@ std::vector<Pairview*> compareWindows() {
     return out;
 }
 
+// A menu caption as a message names it: without its mnemonic markers ("&&" stays "&").
+std::string plainCaption(const QAction* a) {
+    QString text = a->text();
+    QString out;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (text[i] == '&' && i + 1 < text.size())
+            ++i;
+        out += text[i];
+    }
+    return out.toStdString();
+}
+
 PaneSelection selectionOf(Pairview& window, Side side) {
     FileListBox* list = window.files(side);
     PaneSelection s{list->path(), std::nullopt};
@@ -95,7 +107,7 @@ void MDIForm1::connectCommands() {
     auto bind = [this](const char* name, auto command) {
         QAction* a = action(name);
         connect(a, &QAction::triggered, this,
-                [a, command] { dispatchCommand(a->text().toStdString(), command); });
+                [a, command] { dispatchCommand(plainCaption(a), command); });
     };
     auto open = [this](auto pathOf) { return [this, pathOf] { runEditor(pathOf()); }; };
     const ProgramGlobals& g = globals();
@@ -148,9 +160,8 @@ void MDIForm1::connectCommands() {
     // Item 0 of the recent files is the list's heading, not a file.
     arrayItem("Recent", 0)->setEnabled(false);
     for (int i = 1; QAction* a = arrayItem("Recent", i); ++i)
-        connect(a, &QAction::triggered, this, [this, a, i] {
-            dispatchCommand(a->text().toStdString(), [this, i] { Recent_Click(i); });
-        });
+        connect(a, &QAction::triggered, this,
+                [this, a, i] { dispatchCommand(plainCaption(a), [this, i] { Recent_Click(i); }); });
     for (int i = 0; QAction* a = arrayItem("mnuEditor", i); ++i)
         connect(a, &QAction::triggered, this, [this, i] { mnuEditor_Click(i); });
 

@@ -287,3 +287,46 @@ TEST_F(CommandsTest, ArrangeTilesAndCascades) {
     EXPECT_NE(subs[0]->pos(), subs[1]->pos());
     EXPECT_FALSE(subs[0]->isMaximized());
 }
+
+TEST_F(CommandsTest, ShowIniButtonOpensTheSettingsFileInTheTextEditor) {
+    start();
+    frame->ShowINI_Click(window);
+    EXPECT_EQ(editorArgs(), "[" + ini + "]\n");
+    EXPECT_GT(window->lastTask, 0);
+}
+
+// With associations on, a double click opens the file with the program of its type.
+TEST_F(CommandsTest, AssociatedProgramOpensTheFileAndWindowKeepsTheTask) {
+    pvtest::EnvGuard path("PATH", tools.str() + ":" + std::string(std::getenv("PATH")));
+    pvtest::EnvGuard data("XDG_DATA_HOME", tools / "data");
+    pvtest::EnvGuard dirs("XDG_DATA_DIRS", tools / "none");
+    pvtest::writeExecutable(
+        tools, "xdg-mime",
+        "case \"$2\" in filetype) echo text/plain;; default) echo ed.desktop;; esac\n");
+    tools.write("data/applications/ed.desktop", "[Desktop Entry]\nExec=ed-program %f\n");
+    const std::string openLog = tools / "open.log";
+    pvtest::writeRecorder(tools, "xdg-open", openLog);
+    write("APPLICATION", "ASSOCIATED", "YES");
+    start();
+    ASSERT_TRUE(frame->action("UseAssociated")->isChecked());
+    window->dir(Side::Left)->setPath(left);
+    window->files(Side::Left)->setListIndex(2);
+    window->FileOneList_DblClick();
+    EXPECT_EQ(pvtest::waitForLine(openLog), "[" + left + "/c.txt]\n");
+
+    // The window's own button keeps the task number of what it started.
+    std::filesystem::remove(openLog);
+    window->lastTask = 0;
+    frame->OpenByAssociation_Click(window);
+    EXPECT_EQ(pvtest::waitForLine(openLog), "[" + left + "/c.txt]\n");
+    EXPECT_GT(window->lastTask, 0);
+
+    // A script is not run: it opens in the text editor, after a warning.
+    home.write("left/run.cmd", "x");
+    window->files(Side::Left)->refresh();
+    window->files(Side::Left)->setListIndex(window->files(Side::Left)->listCount() - 1);
+    ASSERT_EQ(window->files(Side::Left)->selectedName(), "run.cmd");
+    window->FileOneList_DblClick();
+    EXPECT_EQ(editorArgs(), "[" + left + "/run.cmd]\n");
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{pv::kExecutableWarning});
+}

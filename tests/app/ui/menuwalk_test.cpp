@@ -89,7 +89,7 @@ class MenuWalk : public CommandsTest {
             if (a->objectName() == "Exit" || !a->isVisible() || !a->isEnabled())
                 continue;
             const std::size_t before = prompts.messages.size();
-            const std::string caption = a->text().toStdString();
+            const std::string caption = a->text().remove('&').toStdString();
             a->trigger();
             QApplication::processEvents();
             for (std::size_t i = before; i < prompts.messages.size(); ++i) {
