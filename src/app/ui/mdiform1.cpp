@@ -2,7 +2,6 @@
 
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
-#include "app/recentfiles.h"
 #include "app/ui/formregistry.h"
 #include "compare/ui/pairview.h"
 #include "platform/process.h"
