@@ -17,6 +17,14 @@ struct FindstrReportOptions {
     bool showNames = false;     // more than one file can be searched
 };
 
+// Where a file's scan stands between chunks.
+struct FindstrScanState {
+    size_t offset = 0;     // of the chunk's first byte in the file
+    size_t lineNumber = 1; // of the chunk's first line
+    bool reported = false;
+    bool done = false;     // /m found its line: the rest of the file does not matter
+};
+
 class FindstrSearch {
 public:
     FindstrSearch(const FindstrMatcher& matcher, const FindstrReportOptions& options)
@@ -25,6 +33,12 @@ public:
     // Searches one file's bytes, appending the report to `out`; true when a line was
     // reported (or, with /m, the name).
     bool searchBuffer(std::string_view name, std::string_view buffer, std::string& out) const;
+
+    // The same in pieces, so that a large file need not be in memory at once: each
+    // chunk but the last ends just after a LF. `finish` writes the /m name.
+    void scanChunk(std::string_view name, std::string_view chunk, bool last,
+                   FindstrScanState& state, std::string& out) const;
+    bool finish(std::string_view name, const FindstrScanState& state, std::string& out) const;
 
 private:
     const FindstrMatcher& m_matcher;
