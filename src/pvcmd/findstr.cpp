@@ -58,19 +58,44 @@ bool applySwitch(std::string_view piece, FindstrOptions& o) {
     if (piece.size() != 1)
         return false;
     switch (piece[0] | 0x20) {
-    case 'b': o.match.atLineStart = true; return true;
-    case 'e': o.match.atLineEnd = true; return true;
-    case 'l': o.forceLiteral = true; return true;
-    case 'r': o.forceRegex = true; return true;
-    case 's': o.subdirectories = true; return true;
-    case 'i': o.match.ignoreCase = true; return true;
-    case 'x': o.match.atLineStart = o.match.atLineEnd = true; return true;
-    case 'v': o.report.invert = true; return true;
-    case 'n': o.report.lineNumbers = true; return true;
-    case 'm': o.report.namesOnly = true; return true;
-    case 'o': o.report.offsets = true; return true;
-    case 'p': o.skipNonPrintable = true; return true;
-    default: return false;
+    case 'b':
+        o.match.atLineStart = true;
+        return true;
+    case 'e':
+        o.match.atLineEnd = true;
+        return true;
+    case 'l':
+        o.forceLiteral = true;
+        return true;
+    case 'r':
+        o.forceRegex = true;
+        return true;
+    case 's':
+        o.subdirectories = true;
+        return true;
+    case 'i':
+        o.match.ignoreCase = true;
+        return true;
+    case 'x':
+        o.match.atLineStart = o.match.atLineEnd = true;
+        return true;
+    case 'v':
+        o.report.invert = true;
+        return true;
+    case 'n':
+        o.report.lineNumbers = true;
+        return true;
+    case 'm':
+        o.report.namesOnly = true;
+        return true;
+    case 'o':
+        o.report.offsets = true;
+        return true;
+    case 'p':
+        o.skipNonPrintable = true;
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -193,7 +218,7 @@ bool readInLines(const std::string& path, std::string& buffer, Consume consume) 
 }
 
 class FindstrRun {
-public:
+  public:
     FindstrRun(const FindstrOptions& options, const FindstrMatcher& matcher, ToolIo& io)
         : m_options(options), m_search(matcher, options.report), m_io(io) {}
 
@@ -226,7 +251,7 @@ public:
     bool anyMatch() const { return m_anyMatch; }
     bool anyError() const { return m_anyError; }
 
-private:
+  private:
     void walk(const std::string& dir, const std::vector<Wildcard>& wildcards,
               std::vector<bool>& found) {
         std::vector<FileInfo> entries;

@@ -10,11 +10,11 @@
 namespace pvcmd {
 
 struct FindstrReportOptions {
-    bool invert = false;        // /v
-    bool lineNumbers = false;   // /n
-    bool offsets = false;       // /o
-    bool namesOnly = false;     // /m
-    bool showNames = false;     // more than one file can be searched
+    bool invert = false;      // /v
+    bool lineNumbers = false; // /n
+    bool offsets = false;     // /o
+    bool namesOnly = false;   // /m
+    bool showNames = false;   // more than one file can be searched
 };
 
 // Where a file's scan stands between chunks.
@@ -22,11 +22,11 @@ struct FindstrScanState {
     size_t offset = 0;     // of the chunk's first byte in the file
     size_t lineNumber = 1; // of the chunk's first line
     bool reported = false;
-    bool done = false;     // /m found its line: the rest of the file does not matter
+    bool done = false; // /m found its line: the rest of the file does not matter
 };
 
 class FindstrSearch {
-public:
+  public:
     FindstrSearch(const FindstrMatcher& matcher, const FindstrReportOptions& options)
         : m_matcher(matcher), m_options(options) {}
 
@@ -40,7 +40,7 @@ public:
                    FindstrScanState& state, std::string& out) const;
     bool finish(std::string_view name, const FindstrScanState& state, std::string& out) const;
 
-private:
+  private:
     const FindstrMatcher& m_matcher;
     FindstrReportOptions m_options;
 };

@@ -96,7 +96,7 @@ TEST(FindstrRegexDetection, DecidesTheDefaultMode) {
 
 // A tree with two levels for the file-selection rows.
 class FindstrFiles : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         m_dir.write("a.c", "int needle;\n");
         m_dir.write("b.h", "// needle here\r\nnothing\r\n");
@@ -218,8 +218,8 @@ TEST(FindstrLargeFile, NumbersAndOffsetsAcrossChunks) {
     size_t line = 1;
     auto add = [&](const std::string& content) {
         if (content.find("needle") != std::string::npos)
-            expected += std::to_string(line) + ":" + std::to_string(text.size()) + ":" +
-                        content + "\n";
+            expected +=
+                std::to_string(line) + ":" + std::to_string(text.size()) + ":" + content + "\n";
         text += content + "\n";
         ++line;
     };
