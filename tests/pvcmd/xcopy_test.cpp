@@ -200,15 +200,17 @@ TEST_F(Xcopy, ReadOnlyTargetNeedsR) {
     EXPECT_EQ(read("R/a.txt"), "old a");
     r = run({"/y", "/r", "L/a.txt", "R"});
     EXPECT_EQ(read("R/a.txt"), "alpha");
-    // Without /k the copy is writable again; with /k it keeps the source's bits.
     EXPECT_TRUE((fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write) !=
                 fs::perms::none);
 }
 
-TEST_F(Xcopy, KeepAttributes) {
+TEST_F(Xcopy, ReadOnlySourceGivesWritableCopyUnlessK) {
     fs::permissions(m_dir / "L/a.txt", fs::perms::owner_write, fs::perm_options::remove);
-    run({"/k", "L/a.txt", "R"});
-    EXPECT_EQ(fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write,
+    run({"L/a.txt", "R"});
+    run({"/k", "L/a.txt", "K/"});
+    EXPECT_NE(fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write,
+              fs::perms::none);
+    EXPECT_EQ(fs::status(m_dir / "K/a.txt").permissions() & fs::perms::owner_write,
               fs::perms::none);
 }
 
