@@ -273,11 +273,13 @@ class DirRun {
             }
             m_freeDir = dir;
             Wildcard wildcard(mask);
+            m_unreadable = false;
             bool found = listTree(dir, wildcard, severalBlocks);
             if (!found) {
                 if (!m_o.bare && !m_o.subdirectories)
                     directoryLine(dir);
-                writeLine(m_io.err, "File Not Found");
+                if (!m_unreadable)
+                    writeLine(m_io.err, "File Not Found");
                 code = 1;
             }
         }
@@ -338,8 +340,11 @@ class DirRun {
     std::vector<FileInfo> selectEntries(const std::string& dir, const Wildcard& mask,
                                         std::vector<FileInfo>& all) {
         std::vector<FileInfo> selected;
-        if (!listDirectory(dir, all))
+        if (!listDirectory(dir, all)) {
+            m_unreadable = true;
+            writeLine(m_io.err, "Access is denied.");
             return selected;
+        }
         std::vector<FileInfo> candidates;
         if (!m_o.bare && displayPath(dir) != "/") {
             for (const char* special : {".", ".."}) {
@@ -501,6 +506,7 @@ class DirRun {
     ToolIo& m_io;
     Totals m_total;
     int m_listedBlocks = 0;
+    bool m_unreadable = false; // a directory could not be read: no "File Not Found" on top
     std::string m_freeDir = ".";
 };
 

@@ -450,8 +450,10 @@ class XcopyRun {
             return Outcome::Failed;
         FileCopyResult result = copyFileAtomic(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
-            if (result.error == ENOSPC)
+            if (result.error == ENOSPC || result.error == EDQUOT)
                 writeLine(m_io.err, "Insufficient disk space");
+            else if (result.error == EACCES || result.error == EPERM)
+                writeLine(m_io.err, "Access denied");
             else
                 writeLine(m_io.err,
                           "File creation error - " + std::string(std::strerror(result.error)));

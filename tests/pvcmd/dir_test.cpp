@@ -9,7 +9,9 @@
 #include <fstream>
 #include <regex>
 #include <sstream>
+#include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using pvcmd::DirFormat;
 
@@ -216,6 +218,22 @@ TEST(DirFormatLines, WideColumnsFitEightyCharacters) {
     ASSERT_EQ(lines.size(), 3u); // 26-character columns: three per line
     EXPECT_EQ(lines[0].size(), 26u * 2 + 24);
     EXPECT_EQ(lines[2], std::string(24, 'n'));
+}
+
+} // namespace
+
+namespace {
+
+TEST(DirAccess, UnreadableDirectoryIsReported) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "permissions do not bind the superuser";
+    pvtest::TempDir dir;
+    dir.write("locked/x.txt", "x");
+    std::filesystem::permissions(dir / "locked", std::filesystem::perms::owner_read,
+                                 std::filesystem::perm_options::remove);
+    auto r = pvtest::runTool(pvcmd::dirMain, dir.str(), {"locked"});
+    EXPECT_EQ(r.err, "Access is denied.\r\n");
+    EXPECT_EQ(r.code, 1);
 }
 
 } // namespace
