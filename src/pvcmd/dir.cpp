@@ -470,7 +470,7 @@ class DirRun {
                 ++totals.dirs;
             } else {
                 ++totals.files;
-                totals.bytes += e.size;
+                totals.bytes += e.isLink ? 0 : e.size; // a link has no size of its own
             }
             if (m_o.wide) {
                 wideNames.push_back(e.isDirectory ? "[" + shownName(e) + "]" : shownName(e));
