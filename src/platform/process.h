@@ -39,8 +39,10 @@ std::string pvcmdPath();
 long startDetached(const std::string& commandLine, const std::string& workingDirectory = {});
 
 // Starts argv (already split and resolved) and waits for it; returns its exit code
-// (128 + signal number when killed). Used by the script interpreter.
+// (128 + signal number when killed). Used by the script interpreter. The child's
+// standard output and error go to stdoutFd and stderrFd when those are not -1
+// (a redirection of the script line), else to this process's own.
 // Throws RuntimeError when it cannot be started.
-int runAndWait(const std::vector<std::string>& argv);
+int runAndWait(const std::vector<std::string>& argv, int stdoutFd = -1, int stderrFd = -1);
 
 } // namespace pv
