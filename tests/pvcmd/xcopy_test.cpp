@@ -252,3 +252,13 @@ TEST_F(Xcopy, AcceptedSwitchesChangeNothing) {
 }
 
 } // namespace
+
+namespace {
+
+TEST(ToolRegistry, ScriptsReachFindstrDirAndXcopy) {
+    EXPECT_EQ(pvcmd::findTool("FINDSTR"), &pvcmd::findstrMain);
+    EXPECT_EQ(pvcmd::findTool("dir.exe"), &pvcmd::dirMain);
+    EXPECT_EQ(pvcmd::findTool("Xcopy"), &pvcmd::xcopyMain);
+}
+
+} // namespace
