@@ -15,6 +15,9 @@ struct ToolEntry {
 // without ".exe", the way a script names the system's tools.
 const ToolEntry kTools[] = {
     {"fc", &fcMain},
+    {"findstr", &findstrMain},
+    {"dir", &dirMain},
+    {"xcopy", &xcopyMain},
 };
 
 } // namespace

@@ -1,0 +1,51 @@
+#include "app/ui/formregistry.h"
+
+#include <QMdiSubWindow>
+#include <QVariant>
+
+namespace pv {
+
+namespace {
+QList<QPointer<QWidget>>& forms() {
+    static QList<QPointer<QWidget>> list;
+    return list;
+}
+} // namespace
+
+void FormRegistry::add(QWidget* form) {
+    for (const auto& f : forms())
+        if (f == form)
+            return;
+    forms().append(form);
+}
+
+QList<QWidget*> FormRegistry::openForms() {
+    QList<QWidget*> out;
+    auto& list = forms();
+    list.removeAll(QPointer<QWidget>());
+    for (const auto& f : list)
+        if (f)
+            out.append(f.data());
+    return out;
+}
+
+QString FormRegistry::tagOf(const QWidget* form) { return form->property("tag").toString(); }
+
+void FormRegistry::setTag(QWidget* form, const QString& tag) { form->setProperty("tag", tag); }
+
+void FormRegistry::unload(QWidget* form) {
+    if (!form)
+        return;
+    // The widget is deleted later, but it is unloaded now.
+    forms().removeAll(QPointer<QWidget>(form));
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget())) {
+        sub->setAttribute(Qt::WA_DeleteOnClose);
+        form->setAttribute(Qt::WA_DeleteOnClose);
+        sub->close();
+    } else {
+        form->setAttribute(Qt::WA_DeleteOnClose);
+        form->close();
+    }
+}
+
+} // namespace pv

@@ -1,0 +1,163 @@
+// pvcompare: the directory compare without a window, for scripts and CI. It lists
+// both directories as the panes would, prints the results-list lines, writes the
+// compare script and the results-file start lines as the first compare window
+// would, and can start the script.
+
+#include "app/programpaths.h"
+#include "compare/comparecommand.h"
+#include "compare/compareobserver.h"
+#include "compare/compareoptions.h"
+#include "compare/filelisting.h"
+#include "platform/process.h"
+#include "platform/programdir.h"
+#include "settings/settings.h"
+
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* kHelp =
+    R"(Usage: pvcompare [-ini FILE] [-s] [-p PATTERN] [--replace|--append] [--run] LEFT RIGHT
+
+Compares the files of LEFT and RIGHT by name, as Pairview's Compare button does,
+and prints the results-list lines exactly as the results window shows them.
+
+  -ini FILE    settings file to read (default: Pairview.ini in the program
+               directory); LIST_DateTime and LIST_Length decide what makes two
+               same-named files different, the fc switches and EDITOR go into
+               the compare script
+  -s           include sub-directories: walk the LEFT tree (24 levels) and compare
+               every directory with the one at the same place under RIGHT
+  -p PATTERN   file pattern, several separated by ";" (default "*.*");
+               hidden (dot) files are always left out
+  --replace    start the results file afresh (default)
+  --append     leave the results file as it is
+  --run        start the compare script when the compare is done
+  --help       show this text
+
+The compare script (Pairview.cmd) and the results file (Pairview.txt) are written
+in the program directory ($PAIRVIEW_HOME when set).
+
+Exit status: 0 when every entry matched, 1 when anything differs or is on one
+side only (or a sub-directory has no counterpart), 2 on an error.
+)";
+
+// Prints the results-list lines as they come.
+class PrintingObserver : public pv::CompareObserver {
+public:
+    void setCntl(std::string_view) override {}
+    bool isEmpty() const override { return m_lines == 0; }
+    void addLine(std::string_view line) override {
+        ++m_lines;
+        std::fwrite(line.data(), 1, line.size(), stdout);
+        std::fputc('\n', stdout);
+    }
+    void initializeProgress(long) override {}
+    void incrementProgress() override {}
+    void completeProgress() override {}
+
+private:
+    long m_lines = 0;
+};
+
+// The panes as plain directories, listed as the file lists list them.
+class DirectoryPanes : public pv::ComparePanes {
+public:
+    DirectoryPanes(std::string left, std::string right, std::string pattern)
+        : m_left(std::move(left)), m_right(std::move(right)), m_pattern(std::move(pattern)) {}
+    std::string leftDir() const override { return m_left; }
+    std::string rightDir() const override { return m_right; }
+    pv::PaneLists lists() override {
+        return {m_left, m_right, pv::listFiles(m_left, m_pattern),
+                pv::listFiles(m_right, m_pattern)};
+    }
+    std::string moveLeft(const std::string& dir) override { return m_left = dir; }
+    std::string moveRight(const std::string& dir) override {
+        pv::listFiles(dir, m_pattern); // throws when the directory cannot be read
+        return m_right = dir;
+    }
+    std::vector<std::string> subdirectories(const std::string& dir) override {
+        std::vector<std::string> paths;
+        for (const std::string& name : pv::listSubdirectories(dir))
+            paths.push_back(pv::joinPath(dir, name));
+        return paths;
+    }
+
+private:
+    std::string m_left, m_right, m_pattern;
+};
+
+// A directory argument as the panes hold it: no trailing separator except "/".
+std::string paneDir(std::string dir) {
+    while (dir.size() > 1 && dir.back() == '/')
+        dir.pop_back();
+    return dir;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::string ini, pattern = "*.*";
+    bool sub = false, replace = true, run = false;
+    std::vector<std::string> dirs;
+    for (int n = 1; n < argc; ++n) {
+        std::string a = argv[n];
+        if (a == "--help" || a == "-h" || a == "/?") {
+            std::fputs(kHelp, stdout);
+            return 0;
+        } else if ((a == "-ini" || a == "/ini") && n + 1 < argc) {
+            ini = argv[++n];
+        } else if (a == "-p" && n + 1 < argc) {
+            pattern = argv[++n];
+        } else if (a == "-s") {
+            sub = true;
+        } else if (a == "--replace") {
+            replace = true;
+        } else if (a == "--append") {
+            replace = false;
+        } else if (a == "--run") {
+            run = true;
+        } else if (a.size() > 1 && a[0] == '-') {
+            std::fprintf(stderr, "pvcompare: unknown option %s (see pvcompare --help)\n",
+                         a.c_str());
+            return 2;
+        } else {
+            dirs.push_back(a);
+        }
+    }
+    if (dirs.size() != 2) {
+        std::fputs("pvcompare: give two directories (see pvcompare --help)\n", stderr);
+        return 2;
+    }
+    try {
+        pv::ProgramPaths paths = pv::ProgramPaths::inDirectory(pv::resolveProgramDirectory());
+        pv::Settings settings(ini.empty() ? paths.settingsPath : ini);
+        PrintingObserver observer;
+        pv::DirectoryCompare compare(
+            observer,
+            pv::CompareFiles::forWindow(paths.programDirectory, ""),
+            [run](const std::string& command) {
+                return run ? pv::startDetached(command) : 0L;
+            });
+        DirectoryPanes panes(paneDir(dirs[0]), paneDir(dirs[1]), pattern);
+        pv::CompareCommand command(compare, observer, panes, [&] {
+            pv::DirectoryCompare::Call call;
+            call.options = pv::readCompareOptions(settings);
+            call.replace = replace;
+            return call;
+        });
+        if (sub) // the walk passes over what it cannot read; the top pair must exist
+            panes.lists();
+        pv::CompareTotals totals = command.run(sub);
+        std::fflush(stdout);
+        return totals.allMatched() ? 0 : 1;
+    } catch (const std::exception& e) {
+        std::fflush(stdout);
+        std::fprintf(stderr, "pvcompare: %s\n", e.what());
+        return 2;
+    }
+}

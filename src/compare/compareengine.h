@@ -1,0 +1,79 @@
+#pragma once
+// The heart of a directory compare: merges two name-ordered file lists, judges
+// every name match by its attribute text, and writes one results-list line per
+// entry, the statistics, and an fc line per name match into the compare script.
+
+#include "compare/compareoptions.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pv {
+
+class CompareObserver;
+class LineSink;
+
+// The item of the capture selection box.
+enum class CaptureSelection { None, OneOnly, ProcsDifferent };
+CaptureSelection captureSelectionFromItem(std::string_view item);
+
+// The result tags, each 12 characters.
+inline constexpr std::string_view kTagMatched = "-matched-   ";
+inline constexpr std::string_view kTagDifferent = "-different- ";
+inline constexpr std::string_view kTagOneOnly = "-one only-  ";
+inline constexpr std::string_view kTagTwoOnly = "-two only-  ";
+inline constexpr std::string_view kTagOneMaxed = "-one maxed- ";
+inline constexpr std::string_view kTagTwoMaxed = "-two maxed- ";
+
+struct CompareInput {
+    std::string leftDir;
+    std::string rightDir;
+    const std::vector<std::string>* left = nullptr;
+    const std::vector<std::string>* right = nullptr;
+    std::string resultsFile; // where the script's fc lines append their reports
+    CaptureSelection capture = CaptureSelection::None;
+};
+
+struct CompareCounts {
+    long count1 = 0;
+    long count2 = 0;
+    long matched = 0;
+    long different = 0;
+    long oneOnly = 0;
+    long twoOnly = 0;
+    // The attribute texts of the last left and right entries looked at.
+    std::string attrOne;
+    std::string attrTwo;
+};
+
+class CompareEngine {
+public:
+    using AttributeFunction = std::function<std::string(const std::string& path)>;
+    using CaptureFunction = std::function<void(const std::string& dir, const std::string& name)>;
+
+    CompareEngine(CompareOptions options, AttributeFunction attributes);
+
+    // Writes the entry lines (not the header) and the statistics to `observer`,
+    // drives its progress bar, and writes "" + fc line per name match to
+    // `script`. `capture` receives the files the capture selection asks for.
+    CompareCounts run(const CompareInput& input, CompareObserver& observer, LineSink& script,
+                      const CaptureFunction& capture = {}) const;
+
+    // The fc line of one name match.
+    std::string fcLine(const std::string& leftPath, const std::string& rightPath,
+                       const std::string& resultsFile) const;
+
+    // Number of decimal digits of the larger count, plus 1.
+    static int seqWidth(long count1, long count2);
+
+private:
+    CompareOptions m_options;
+    AttributeFunction m_attributes;
+};
+
+// The results-list header of a directory pair (lines 1 to 4), with `now` as date.
+void writeCompareHeader(CompareObserver& observer, const std::string& leftDir,
+                        const std::string& rightDir, const std::string& now);
+
+} // namespace pv

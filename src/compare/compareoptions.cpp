@@ -1,0 +1,85 @@
+#include "compare/compareoptions.h"
+
+#include "settings/settings.h"
+
+#include <cctype>
+
+namespace pv {
+
+std::string_view trimBlanks(std::string_view text) {
+    size_t b = text.find_first_not_of(' ');
+    if (b == std::string_view::npos)
+        return {};
+    size_t e = text.find_last_not_of(' ');
+    return text.substr(b, e - b + 1);
+}
+
+CompareOptions readCompareOptions(const Settings& settings) {
+    constexpr std::string_view section = "COMPARECONTROL";
+    auto on = [&](std::string_view key) {
+        return IniBool(settings.GetIniValue(section, key, "False"));
+    };
+    CompareOptions o;
+    o.fcLb = settings.GetIniValue(section, "FC_LB", "/lb100");
+    o.fcNnnn = settings.GetIniValue(section, "FC_NNNN", "/2");
+    o.fcA = on("FC_A");
+    o.fcB = on("FC_B");
+    o.fcC = on("FC_C");
+    o.fcL = on("FC_L");
+    o.fcN = on("FC_N");
+    o.fcT = on("FC_T");
+    o.fcU = on("FC_U");
+    o.fcW = on("FC_W");
+    o.listDateTime = on("LIST_DateTime");
+    o.listLength = on("LIST_Length");
+    o.editor = settings.GetIniValue("APPLICATION", "EDITOR", "Write.exe");
+    return o;
+}
+
+namespace {
+
+std::string onOffSwitches(const CompareOptions& o) {
+    std::string s;
+    const std::pair<bool, const char*> table[] = {
+        {o.fcA, "/a "}, {o.fcB, "/b "}, {o.fcC, "/c "}, {o.fcL, "/l "},
+        {o.fcN, "/n "}, {o.fcT, "/t "}, {o.fcU, "/u "}, {o.fcW, "/w "},
+    };
+    for (const auto& [on, text] : table)
+        if (on)
+            s += text;
+    return s;
+}
+
+void addFreeSwitch(std::string& s, std::string_view value) {
+    if (!value.empty()) {
+        s += value;
+        s += ' ';
+    }
+}
+
+} // namespace
+
+std::string directoryFcSwitches(const CompareOptions& o) {
+    std::string s;
+    addFreeSwitch(s, o.fcLb);
+    addFreeSwitch(s, o.fcNnnn);
+    return s + onOffSwitches(o);
+}
+
+std::string singleFcSwitches(const CompareOptions& o) {
+    std::string s;
+    addFreeSwitch(s, trimBlanks(o.fcLb));
+    addFreeSwitch(s, trimBlanks(o.fcNnnn));
+    return s + onOffSwitches(o);
+}
+
+std::string scriptEditor(std::string_view editorSetting) {
+    std::string upper(editorSetting);
+    for (char& c : upper)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    if (upper == "INTERNAL" || editorSetting.find(' ') != std::string_view::npos)
+        return "Write.exe";
+    return std::string(editorSetting);
+}
+
+} // namespace pv

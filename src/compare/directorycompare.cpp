@@ -1,0 +1,100 @@
+#include "compare/directorycompare.h"
+
+#include "compare/compareobserver.h"
+#include "compare/scripttext.h"
+#include "compare/fileattributes.h"
+#include "platform/clock.h"
+
+namespace pv {
+
+CompareFiles CompareFiles::forWindow(const std::string& programDir, const std::string& tag) {
+    CompareFiles f;
+    f.results = joinDirName(programDir, "Pairview" + tag + ".txt");
+    f.script = joinDirName(programDir, "Pairview" + tag + ".cmd");
+    f.capture = joinDirName(programDir, "CaptureFile.txt");
+    return f;
+}
+
+DirectoryCompare::DirectoryCompare(CompareObserver& observer, CompareFiles files, Starter start,
+                                   AttributeFunction attributes)
+    : m_observer(observer), m_files(std::move(files)), m_start(std::move(start)),
+      m_attributes(std::move(attributes)) {}
+
+CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const Call& call) {
+    m_observer.setCntl("Process");
+    const bool capturing = call.capture != CaptureSelection::None;
+    if (capturing)
+        m_capture.open(m_files.capture, nowText());
+    if (call.replace) {
+        TextFileWriter results(m_files.results, TextFileWriter::Mode::Replace);
+        results.writeLine();
+        results.writeLine();
+        results.writeLine("---------- Start " + nowText() + " -----------");
+        results.writeLine();
+        results.close();
+    }
+    if (m_observer.isEmpty())
+        m_observer.show();
+    writeCompareHeader(m_observer, panes.leftDir, panes.rightDir, nowText());
+    m_observer.repaint();
+
+    if (call.subDirectoryMode) {
+        m_script.writeLine();
+        m_script.writeLine();
+        m_script.writeLine("rem ---------- Continue " + nowText() + " -----------");
+        m_script.writeLine();
+        m_script.writeLine();
+    } else {
+        m_script.open(m_files.script, TextFileWriter::Mode::Replace);
+        m_script.writeLine();
+        m_script.writeLine("rem ---------- Start " + nowText() + " -----------");
+        m_script.writeLine();
+    }
+
+    AttributeFunction attributes = m_attributes;
+    if (!attributes) {
+        bool dateTime = call.options.listDateTime, length = call.options.listLength;
+        attributes = [dateTime, length](const std::string& path) {
+            return fileAttributeText(path, dateTime, length);
+        };
+    }
+    CompareEngine engine(call.options, attributes);
+    CompareInput input{panes.leftDir, panes.rightDir, &panes.left, &panes.right,
+                       m_files.results, call.capture};
+    CompareEngine::CaptureFunction capture;
+    if (capturing)
+        capture = [this](const std::string& dir, const std::string& name) {
+            m_capture.Capture_directory(dir, name);
+        };
+    CompareCounts counts = engine.run(input, m_observer, m_script, capture);
+    if (counts.count1 > 0)
+        m_attrOne = counts.attrOne;
+    if (counts.count2 > 0)
+        m_attrTwo = counts.attrTwo;
+
+    if (!call.subDirectoryMode)
+        finishRun(call.options);
+    if (capturing)
+        m_capture.close();
+    return counts;
+}
+
+void DirectoryCompare::beginSubDirectoryRun() {
+    m_script.open(m_files.script, TextFileWriter::Mode::Replace);
+    m_script.writeLine();
+    m_script.writeLine("rem ---------- Start Sub directory search " + nowText() + " -----------");
+    m_script.writeLine();
+}
+
+void DirectoryCompare::finishRun(const CompareOptions& options) {
+    m_script.writeLine();
+    m_script.writeLine(scriptEditor(options.editor) + " \"" + scriptQuoted(m_files.results) + "\"");
+    m_script.writeLine();
+    m_script.close();
+    if (m_start)
+        m_lastTask = m_start(m_files.script.find(' ') == std::string::npos
+                                  ? m_files.script
+                                  : "\"" + m_files.script + "\"");
+}
+
+} // namespace pv

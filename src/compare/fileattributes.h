@@ -1,0 +1,41 @@
+#pragma once
+// The attribute text of a file: its last-change date and time and/or its length,
+// as the "LIST_DateTime" and "LIST_Length" switches say, or a failure text. Two
+// same-named files compare equal when these texts are equal.
+
+#include <string>
+#include <string_view>
+
+namespace pv {
+
+struct FileFacts;
+class Settings;
+
+inline constexpr std::string_view kCantFind = "Can't find the file";
+inline constexpr std::string_view kCantOpen = "Can't open the file";
+inline constexpr std::string_view kNotAvailable = "Not available";
+inline constexpr std::string_view kTimeConversionFailed = "FileTimeToSystemTime Failed";
+inline constexpr std::string_view kUnavailable = "unavailable";
+
+// The text for facts already gathered (date as yyyy\mm\dd, time as h:m:s without
+// leading zeros, " - " and the length).
+std::string attributeText(const FileFacts& facts, bool listDateTime, bool listLength);
+
+// Looks at the file (surrounding blanks of the path removed) and builds its text;
+// any unexpected failure gives "unavailable".
+std::string fileAttributeText(std::string_view path, bool listDateTime, bool listLength);
+
+// As above, reading both switches from the settings at every call.
+std::string GetFileAttributes(const Settings& settings, std::string_view path);
+
+// The message the attributes command shows for an attribute text: the text alone
+// when it has at most 15 characters; otherwise two empty lines and the date, time
+// and length lines. `titled` tells whether the message box carries the path as
+// its title (the long form) or the default title.
+struct AttributesMessage {
+    std::string text;
+    bool titled = false;
+};
+AttributesMessage attributesMessage(const std::string& attr);
+
+} // namespace pv

@@ -1,0 +1,132 @@
+#include "compare/ui/dirlistbox.h"
+
+#include "compare/filelisting.h"
+#include "platform/runtimeerror.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStyle>
+#include <cerrno>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace pv {
+
+std::string normalizeDirectoryPath(const std::string& path) {
+    namespace fs = std::filesystem;
+    std::string p = path.empty() ? "/" : path;
+    if (p.front() != '/') {
+        std::error_code ec;
+        p = (fs::current_path(ec) / p).string();
+    }
+    p = fs::path(p).lexically_normal().string();
+    while (p.size() > 1 && p.back() == '/')
+        p.pop_back();
+    return p;
+}
+
+DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    connect(this, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* it) {
+        try {
+            setPath(item(row(it) - static_cast<int>(m_ancestors.size())));
+        } catch (const RuntimeError&) {
+            // A directory that vanished stays listed until the next refresh.
+        }
+    });
+    connect(this, &QListWidget::itemClicked, this, [this] { emit clicked(); });
+}
+
+void DirListBox::setPath(const std::string& requested) {
+    std::string path = normalizeDirectoryPath(requested);
+    struct stat st;
+    if (::stat(path.c_str(), &st) != 0)
+        throw RuntimeError::fromErrno(errno, "Path not found: " + requested);
+    if (!S_ISDIR(st.st_mode))
+        throw RuntimeError(ENOTDIR, "Path not found: " + requested);
+    std::vector<std::string> subdirs = listSubdirectories(path); // throws when unreadable
+    bool changedPath = path != m_path;
+    m_path = path;
+    m_subdirs = std::move(subdirs);
+    m_ancestors.clear();
+    for (std::string p = m_path;; p = parentPath(p)) {
+        m_ancestors.insert(m_ancestors.begin(), p);
+        if (p == "/")
+            break;
+    }
+    fill();
+    if (changedPath)
+        emit changed();
+}
+
+void DirListBox::refresh() {
+    if (m_path.empty())
+        return;
+    try {
+        m_subdirs = listSubdirectories(m_path);
+    } catch (const RuntimeError&) {
+        m_subdirs.clear();
+    }
+    int keep = listIndex();
+    fill();
+    setListIndex(keep);
+}
+
+void DirListBox::fill() {
+    clear();
+    QIcon openIcon = style()->standardIcon(QStyle::SP_DirOpenIcon);
+    QIcon closedIcon = style()->standardIcon(QStyle::SP_DirClosedIcon);
+    int depth = 0;
+    for (const std::string& a : m_ancestors) {
+        std::string name = a == "/" ? "/" : a.substr(a.rfind('/') + 1);
+        auto* it = new QListWidgetItem(openIcon, QString(depth * 2, ' ') +
+                                                     QString::fromStdString(name));
+        it->setToolTip(QString::fromStdString(a));
+        addItem(it);
+        ++depth;
+    }
+    for (const std::string& s : m_subdirs)
+        addItem(new QListWidgetItem(closedIcon, QString(depth * 2, ' ') + QString::fromStdString(s)));
+    setCurrentRow(static_cast<int>(m_ancestors.size()) - 1);
+}
+
+int DirListBox::listIndex() const {
+    int r = currentRow();
+    if (r < 0)
+        return -1;
+    return r - static_cast<int>(m_ancestors.size());
+}
+
+void DirListBox::setListIndex(int index) {
+    int r = index + static_cast<int>(m_ancestors.size());
+    if (r >= 0 && r < count())
+        setCurrentRow(r);
+}
+
+std::string DirListBox::item(int index) const {
+    if (index >= 0) {
+        if (index >= listCount())
+            return {};
+        return joinPath(m_path, m_subdirs[static_cast<size_t>(index)]);
+    }
+    int a = static_cast<int>(m_ancestors.size()) + index;
+    return a >= 0 ? m_ancestors[static_cast<size_t>(a)] : std::string();
+}
+
+void DirListBox::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit enterPressed();
+        return;
+    }
+    QListWidget::keyPressEvent(event);
+}
+
+void DirListBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton) {
+        emit rightButtonPressed(event->globalPosition().toPoint());
+        return;
+    }
+    QListWidget::mousePressEvent(event);
+}
+
+} // namespace pv

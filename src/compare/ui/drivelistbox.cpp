@@ -1,0 +1,57 @@
+#include "compare/ui/drivelistbox.h"
+
+#include "platform/drives.h"
+#include "platform/runtimeerror.h"
+
+#include <QSignalBlocker>
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace pv {
+
+DriveListBox::DriveListBox(QWidget* parent) : QComboBox(parent) {
+    refreshDrives();
+    connect(this, &QComboBox::activated, this, &DriveListBox::onActivated);
+}
+
+std::string DriveListBox::drive() const { return m_drive; }
+
+void DriveListBox::refreshDrives() {
+    QSignalBlocker block(this);
+    clear();
+    for (const std::string& d : mountedDrives())
+        addItem(QString::fromStdString(d));
+    int at = findText(QString::fromStdString(m_drive));
+    setCurrentIndex(at >= 0 ? at : 0);
+}
+
+void DriveListBox::setDrive(const std::string& text) {
+    std::size_t last = text.find_last_not_of('/');
+    std::string drive = last == std::string::npos ? std::string("/") : text.substr(0, last + 1);
+    int at = findText(QString::fromStdString(drive));
+    if (at < 0) {
+        refreshDrives();
+        at = findText(QString::fromStdString(drive));
+    }
+    struct stat st;
+    if (at < 0 || ::stat(drive.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
+        throw RuntimeError(ENODEV, std::string("Device unavailable: ").append(text));
+    {
+        QSignalBlocker block(this);
+        setCurrentIndex(at);
+    }
+    if (drive != m_drive) {
+        m_drive = drive;
+        emit changed();
+    }
+}
+
+void DriveListBox::onActivated(int index) {
+    std::string chosen = itemText(index).toStdString();
+    if (chosen == m_drive)
+        return;
+    m_drive = chosen;
+    emit changed();
+}
+
+} // namespace pv

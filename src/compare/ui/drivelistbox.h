@@ -1,0 +1,29 @@
+#pragma once
+// The drive list of a pane: the mounted file systems, the drive text being the
+// mount point. Setting a drive that is not (or no longer) mounted fails.
+
+#include <QComboBox>
+
+namespace pv {
+
+class DriveListBox : public QComboBox {
+    Q_OBJECT
+public:
+    explicit DriveListBox(QWidget* parent = nullptr);
+
+    std::string drive() const;
+    // Selects a drive by its text; emits changed() when it differs from the current
+    // one. Throws RuntimeError when the drive is not mounted or not reachable.
+    void setDrive(const std::string& drive);
+    // Re-reads the mounted file systems, keeping the current drive.
+    void refreshDrives();
+
+signals:
+    void changed();
+
+private:
+    void onActivated(int index);
+    std::string m_drive{"/"};
+};
+
+} // namespace pv

@@ -1,0 +1,74 @@
+#include "compare/ui/filelistbox.h"
+
+#include "compare/filelisting.h"
+#include "compare/ui/dirlistbox.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QStringList>
+
+namespace pv {
+
+FileListBox::FileListBox(QWidget* parent) : QListWidget(parent) {
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setUniformItemSizes(true); // keeps very long lists fast
+    connect(this, &QListWidget::itemClicked, this, [this] { emit clicked(); });
+    connect(this, &QListWidget::itemDoubleClicked, this, [this] { emit doubleClicked(); });
+}
+
+void FileListBox::setPath(const std::string& path) {
+    std::string dir = normalizeDirectoryPath(path);
+    std::vector<std::string> names = listFiles(dir, m_pattern); // throws when unreadable
+    m_path = dir;
+    m_names = std::move(names);
+    QStringList texts;
+    texts.reserve(static_cast<qsizetype>(m_names.size()));
+    for (const std::string& n : m_names)
+        texts << QString::fromStdString(n);
+    clear();
+    addItems(texts);
+}
+
+void FileListBox::refresh() {
+    if (m_path.empty())
+        return;
+    int keep = listIndex();
+    try {
+        setPath(m_path);
+    } catch (const std::exception&) {
+        m_names.clear();
+        clear();
+    }
+    setListIndex(keep);
+}
+
+std::string FileListBox::item(int index) const {
+    if (index < 0 || index >= listCount())
+        return {};
+    return m_names[static_cast<size_t>(index)];
+}
+
+void FileListBox::setListIndex(int index) {
+    if (index >= 0 && index < count())
+        setCurrentRow(index);
+    else
+        setCurrentRow(-1);
+}
+
+void FileListBox::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit enterPressed();
+        return;
+    }
+    QListWidget::keyPressEvent(event);
+}
+
+void FileListBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton) {
+        emit rightButtonPressed(event->globalPosition().toPoint());
+        return;
+    }
+    QListWidget::mousePressEvent(event);
+}
+
+} // namespace pv

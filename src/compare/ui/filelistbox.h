@@ -1,0 +1,48 @@
+#pragma once
+// The file list of a pane: the files of one directory that match the pattern list,
+// hidden files left out, in list order. Setting the path always re-reads it.
+
+#include <QListWidget>
+#include <string>
+#include <vector>
+
+namespace pv {
+
+class FileListBox : public QListWidget {
+    Q_OBJECT
+public:
+    explicit FileListBox(QWidget* parent = nullptr);
+
+    const std::string& path() const { return m_path; }
+    // Lists a directory. Throws RuntimeError when it cannot be read; the list then
+    // keeps its previous path and entries.
+    void setPath(const std::string& path);
+    const std::string& pattern() const { return m_pattern; }
+    void setPattern(const std::string& pattern) { m_pattern = pattern; }
+    void refresh();
+
+    int listCount() const { return static_cast<int>(m_names.size()); }
+    const std::vector<std::string>& names() const { return m_names; }
+    std::string item(int index) const;
+    int listIndex() const { return currentRow(); }
+    void setListIndex(int index);
+    // The selected name, or "" when nothing is selected.
+    std::string selectedName() const { return item(listIndex()); }
+
+signals:
+    void clicked();
+    void doubleClicked();
+    void enterPressed();
+    void rightButtonPressed(const QPoint& globalPos);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    std::string m_path;
+    std::string m_pattern = "*.*";
+    std::vector<std::string> m_names;
+};
+
+} // namespace pv

@@ -1,0 +1,108 @@
+#pragma once
+// The compare window: two panes side by side, each a drive list, a directory list
+// and a file list, with one shared file pattern and editor choice. Every change of
+// a pane is written to the window's own settings section ("LASTFILE" + tag) at once.
+
+#include <QWidget>
+#include <array>
+#include <string>
+
+class QComboBox;
+class QLineEdit;
+class QCheckBox;
+class QRadioButton;
+class QPushButton;
+class QListWidget;
+class QStatusBar;
+class QLabel;
+
+namespace pv {
+
+class MDIForm1;
+class DriveListBox;
+class DirListBox;
+class FileListBox;
+
+enum class Side { Left = 0, Right = 1 };
+
+class Pairview : public QWidget {
+    Q_OBJECT
+public:
+    explicit Pairview(MDIForm1* frame, QWidget* parent = nullptr);
+
+    // The window tag ("" for the first compare window) and its settings section.
+    QString tag() const;
+    std::string section() const;
+
+    void Form_Load();
+    void Form_Activate();
+    void LoadINISettings();
+
+    // The panes, indexed by side.
+    DriveListBox* drive(Side side) const { return m_panes[index(side)].drive; }
+    DirListBox* dir(Side side) const { return m_panes[index(side)].dir; }
+    FileListBox* files(Side side) const { return m_panes[index(side)].files; }
+    QComboBox* networkDrive(Side side) const { return m_panes[index(side)].network; }
+    QComboBox* filePatternCombo() const { return m_filePatternCombo; }
+    QComboBox* editorList() const { return m_editorList; }
+
+    // Pane events (the right pane's are the same with side Right).
+    void Drive_Change(Side side);
+    void Dir_Change(Side side);
+    void Dir_Click(Side side);
+    void Dir_KeyPress(Side side);
+    void FileList_Click(Side side);
+    void FileList_DblClick(Side side);
+    void NetworkDrive_Change(Side side);
+    void FilePatternCombo_Change();
+    void EditorList_Change();
+
+    // The handlers by their control names.
+    void Drive1_Change() { Drive_Change(Side::Left); }
+    void Drive2_Change() { Drive_Change(Side::Right); }
+    void Dir1_Change() { Dir_Change(Side::Left); }
+    void Dir2_Change() { Dir_Change(Side::Right); }
+    void FileOneList_DblClick() { FileList_DblClick(Side::Left); }
+    void FileTwoList_DblClick() { FileList_DblClick(Side::Right); }
+
+    // The status line: panels 1-4 the two files' attribute texts, 5 the side's
+    // label, 6 the file name.
+    void Set_StatusBar1(const std::string& text1, const std::string& text2,
+                        const std::string& text3, const std::string& text4,
+                        const std::string& label, const std::string& fileName);
+    QString statusPanel(int panel) const;
+
+    // The attribute texts of the files last shown, shared with the compare.
+    std::string attrOne;
+    std::string attrTwo;
+    // The task number of the last program this window started.
+    long lastTask = 0;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Pane {
+        DriveListBox* drive = nullptr;
+        DirListBox* dir = nullptr;
+        FileListBox* files = nullptr;
+        QComboBox* network = nullptr;
+    };
+    static int index(Side side) { return side == Side::Left ? 0 : 1; }
+
+    void createControls();
+    void createPane(Side side);
+    QWidget* createCommandArea();
+    void connectPane(Side side);
+    void writeSetting(const char* key, const std::string& value) const;
+    void fillMenusFromSettings();
+
+    MDIForm1* m_frame;
+    std::array<Pane, 2> m_panes;
+    QComboBox* m_filePatternCombo = nullptr;
+    QComboBox* m_editorList = nullptr;
+    QStatusBar* m_statusBar = nullptr;
+    std::array<QLabel*, 6> m_statusPanels{};
+};
+
+} // namespace pv

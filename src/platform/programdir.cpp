@@ -1,0 +1,78 @@
+#include "platform/programdir.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+namespace pv {
+
+namespace {
+
+const char* const kShippedFiles[] = {"CompareSelectedFile.cmd"};
+
+std::string withoutTrailingSeparator(std::string path) {
+    while (path.size() > 1 && path.back() == '/')
+        path.pop_back();
+    return path;
+}
+
+void copyShippedFilesInto(const std::string& dir) {
+    std::string from = sharedFilesDirectory();
+    if (from == dir)
+        return;
+    for (const char* name : kShippedFiles) {
+        std::error_code ec;
+        fs::path target = fs::path(dir) / name;
+        if (!fs::exists(target, ec) && fs::exists(fs::path(from) / name, ec))
+            fs::copy_file(fs::path(from) / name, target, ec);
+    }
+}
+
+} // namespace
+
+std::string executableDirectory() {
+    std::error_code ec;
+    fs::path exe = fs::read_symlink("/proc/self/exe", ec);
+    if (ec)
+        return withoutTrailingSeparator(fs::current_path(ec).string());
+    return withoutTrailingSeparator(exe.parent_path().string());
+}
+
+std::string sharedFilesDirectory() {
+    std::string exeDir = executableDirectory();
+    std::error_code ec;
+    if (fs::exists(fs::path(exeDir) / kShippedFiles[0], ec))
+        return exeDir;
+    fs::path installed = fs::path(exeDir).parent_path() / "share" / "pairview";
+    return withoutTrailingSeparator(installed.lexically_normal().string());
+}
+
+std::string resolveProgramDirectory() {
+    if (const char* home = std::getenv("PAIRVIEW_HOME"); home && *home) {
+        std::error_code ec;
+        fs::create_directories(home, ec);
+        std::string dir = withoutTrailingSeparator(home);
+        copyShippedFilesInto(dir);
+        return dir;
+    }
+    std::string exeDir = executableDirectory();
+    if (::access(exeDir.c_str(), W_OK) == 0)
+        return exeDir;
+    std::string data;
+    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg)
+        data = xdg;
+    else if (const char* userHome = std::getenv("HOME"); userHome && *userHome)
+        data = std::string(userHome) + "/.local/share";
+    else
+        data = "/tmp";
+    std::string dir = withoutTrailingSeparator(data) + "/pairview";
+    std::error_code ec;
+    fs::create_directories(dir, ec);
+    copyShippedFilesInto(dir);
+    return dir;
+}
+
+} // namespace pv

@@ -1,0 +1,21 @@
+#pragma once
+// Where the program lives and keeps its working files.
+
+#include <string>
+
+namespace pv {
+
+// The directory of the running executable, without a trailing separator.
+std::string executableDirectory();
+
+// The program directory: $PAIRVIEW_HOME when set; else the executable's directory
+// when it is writable; else the per-user data directory ($XDG_DATA_HOME/pairview,
+// or ~/.local/share/pairview), created when missing. Unless it is the executable's
+// directory, the shipped files (CompareSelectedFile.cmd) are copied in when missing.
+std::string resolveProgramDirectory();
+
+// Where the shipped files are found: the executable's directory when it holds
+// them (a build tree), else ../share/pairview beside it (an installed program).
+std::string sharedFilesDirectory();
+
+} // namespace pv

@@ -1,0 +1,81 @@
+#include "results/resultsnavigation.h"
+
+#include <cstdio>
+
+namespace pv {
+
+namespace {
+
+std::string_view trimmed(std::string_view s) {
+    size_t b = s.find_first_not_of(' ');
+    if (b == std::string_view::npos)
+        return {};
+    return s.substr(b, s.find_last_not_of(' ') - b + 1);
+}
+
+} // namespace
+
+std::string fileNameOfLine(std::string_view line) {
+    size_t p = line.find_last_of(' ');
+    return std::string(trimmed(p == std::string_view::npos ? line : line.substr(p + 1)));
+}
+
+bool lineNamesPair(std::string_view line) {
+    return line.find("different-") != std::string_view::npos ||
+           line.find("matched-") != std::string_view::npos;
+}
+
+LineDirectories directoriesOfLine(const std::vector<std::string>& lines, long index) {
+    LineDirectories d;
+    bool have1 = false, have2 = false;
+    static constexpr std::string_view k1 = "Directory 1:", k2 = "Directory 2:";
+    if (index >= static_cast<long>(lines.size()))
+        index = static_cast<long>(lines.size()) - 1;
+    for (long n = index; n >= 1 && !(have1 && have2); --n) {
+        std::string_view line = lines[static_cast<size_t>(n)];
+        if (!have1) {
+            size_t p = line.find(k1);
+            if (p != std::string_view::npos) {
+                d.dir1 = trimmed(line.substr(p + k1.size()));
+                have1 = true;
+            }
+        }
+        if (!have2) {
+            size_t p = line.find(k2);
+            if (p != std::string_view::npos) {
+                d.dir2 = trimmed(line.substr(p + k2.size()));
+                have2 = true;
+            }
+        }
+    }
+    return d;
+}
+
+NextDifference findNextDifference(const std::vector<std::string>& lines, long selected) {
+    long start = selected < 0 ? 0 : selected + 1;
+    for (long n = start; n < static_cast<long>(lines.size()); ++n)
+        if (lines[static_cast<size_t>(n)].find("-different-") != std::string::npos)
+            return {NextDifference::Kind::Found, n};
+    if (start < 2)
+        return {NextDifference::Kind::NotFound, -1};
+    return {NextDifference::Kind::Wrapped, 1};
+}
+
+std::string progressPercentText(long value, long maximum) {
+    // The quotient is taken in double precision and only the result is single.
+    float percent = static_cast<float>(static_cast<double>(value) / maximum * 100.0);
+    char buf[32];
+    std::snprintf(buf, sizeof buf, "%.7g", static_cast<double>(percent));
+    return buf;
+}
+
+std::string printListText(const std::vector<std::string>& lines) {
+    std::string text = "Print file compare:Start\r\n\r\n";
+    for (const std::string& line : lines) {
+        text += line;
+        text += "\r\n";
+    }
+    return text;
+}
+
+} // namespace pv

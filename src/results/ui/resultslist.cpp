@@ -1,0 +1,219 @@
+#include "results/ui/resultslist.h"
+
+#include "app/errorpolicy.h"
+#include "platform/prompter.h"
+#include "platform/textfile.h"
+#include "results/resultsnavigation.h"
+
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace pv {
+
+namespace {
+// The list shows progress at most this often while a compare appends to it.
+constexpr qint64 kRepaintIntervalMs = 40;
+} // namespace
+
+ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
+    setObjectName("ResultsList");
+    setProperty("tag", QString());
+    setWindowTitle("ResultsList");
+
+    m_list = new QListWidget(this);
+    m_list->setObjectName("List1");
+    // A fixed-pitch font, so that the padded columns line up.
+    // "Courier New" first; where it is not installed, the usual fixed-pitch faces.
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setFamilies({"Courier New", "DejaVu Sans Mono", "Liberation Mono", "Courier",
+                      font.family()});
+    font.setStyleHint(QFont::TypeWriter);
+    font.setFixedPitch(true);
+    m_list->setFont(font);
+    m_list->setUniformItemSizes(true);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+
+    m_nextDifference = new QPushButton("Next Difference", this);
+    m_nextDifference->setObjectName("NextDifference");
+    m_print = new QPushButton("print", this);
+    m_print->setObjectName("PrintButton");
+    m_progressBar = new QProgressBar(this);
+    m_progressBar->setObjectName("ProgressBar1");
+    m_progressBar->setTextVisible(false);
+    m_progressBar->setRange(0, 100);
+    m_progressBar->setValue(0);
+    m_percentage = new QLineEdit(this);
+    m_percentage->setObjectName("ProgressPercentage");
+    m_percentage->setReadOnly(true);
+    m_percentage->setMaximumWidth(90);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_nextDifference);
+    buttons->addWidget(m_print);
+    buttons->addWidget(m_progressBar, 1);
+    buttons->addWidget(m_percentage);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_list, 1);
+    layout->addLayout(buttons);
+    resize(760, 420);
+
+    // A selection made by code raises the click as well; a click on the line
+    // already selected does too.
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int) {
+        m_rowChangedByPress = true;
+        List1_Click();
+    });
+    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem*) {
+        if (!m_rowChangedByPress)
+            List1_Click();
+        m_rowChangedByPress = false;
+    });
+    connect(m_nextDifference, &QPushButton::clicked, this, &ResultsList::NextDifference_Click);
+    connect(m_print, &QPushButton::clicked, this, &ResultsList::PrintButton_Click);
+    m_sincePaint.start();
+}
+
+void ResultsList::setCntl(std::string_view value) {
+    m_cntl = value;
+    if (m_cntl.empty()) { // a compare has ended: show everything it wrote
+        flush();
+        m_list->scrollToBottom();
+    }
+}
+
+void ResultsList::InitializeProgressBar1(long max) {
+    if (max == 0)
+        max = 200;
+    m_progressMax = max;
+    m_progressCount = 0;
+    m_progressBar->setRange(0, static_cast<int>(max));
+    m_progressBar->setValue(0);
+    m_progressBar->setVisible(true);
+}
+
+void ResultsList::IncrementProgressBar1() {
+    ++m_progressCount;
+    // The widgets follow at the next paint; the count is exact at all times.
+    if (m_sincePaint.elapsed() >= kRepaintIntervalMs)
+        paintNow();
+}
+
+void ResultsList::CompleteProgressBar1() {
+    m_progressCount = m_progressMax;
+    m_progressBar->setValue(m_progressBar->maximum());
+    m_percentage->setText("100");
+}
+
+bool ResultsList::isEmpty() const { return m_pending.isEmpty() && m_list->count() == 0; }
+
+void ResultsList::addLine(std::string_view line) {
+    m_pending.append(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())));
+}
+
+void ResultsList::flush() const {
+    if (m_pending.isEmpty())
+        return;
+    m_list->addItems(m_pending);
+    m_pending.clear();
+}
+
+void ResultsList::paintNow() {
+    flush();
+    if (m_progressMax >= 1) {
+        long value = std::min(m_progressCount, m_progressMax);
+        m_progressBar->setValue(static_cast<int>(value));
+        if (value > 0)
+            m_percentage->setText(QString::fromStdString(progressPercentText(value, m_progressMax)));
+    }
+    if (m_list->count() > 0)
+        m_list->setCurrentRow(m_list->count() - 1);
+    if (isVisible()) {
+        m_list->repaint();
+        QWidget::repaint();
+    }
+    m_sincePaint.restart();
+}
+
+void ResultsList::repaint() {
+    if (m_sincePaint.elapsed() >= kRepaintIntervalMs || m_cntl != "Process")
+        paintNow();
+}
+
+std::vector<std::string> ResultsList::lines() const {
+    flush();
+    std::vector<std::string> out;
+    out.reserve(static_cast<size_t>(m_list->count()));
+    for (int n = 0; n < m_list->count(); ++n)
+        out.push_back(m_list->item(n)->text().toStdString());
+    return out;
+}
+
+int ResultsList::lineCount() const {
+    flush();
+    return m_list->count();
+}
+
+void ResultsList::selectLine(int index) {
+    flush();
+    m_rowChangedByPress = false;
+    if (index == m_list->currentRow() && index >= 0)
+        List1_Click(); // selecting the selected line clicks it again
+    else
+        m_list->setCurrentRow(index);
+    m_rowChangedByPress = false;
+}
+
+int ResultsList::selectedLine() const {
+    flush();
+    return m_list->currentRow();
+}
+
+QString ResultsList::progressText() const { return m_percentage->text(); }
+
+void ResultsList::List1_Click() {
+    if (m_cntl == "Process")
+        return; // a compare is appending and selecting lines
+    int row = m_list->currentRow();
+    if (row < 0)
+        return;
+    std::string line = m_list->item(row)->text().toStdString();
+    if (!lineNamesPair(line))
+        return;
+    std::string fileName = fileNameOfLine(line);
+    LineDirectories dirs = directoriesOfLine(lines(), row);
+    if (m_singleCompare)
+        m_singleCompare(fileName, dirs.dir1, fileName, dirs.dir2);
+}
+
+void ResultsList::NextDifference_Click() {
+    NextDifference next = findNextDifference(lines(), m_list->currentRow());
+    switch (next.kind) {
+    case NextDifference::Kind::Found:
+        selectLine(static_cast<int>(next.index));
+        break;
+    case NextDifference::Kind::NotFound:
+        prompter().message("Not found");
+        break;
+    case NextDifference::Kind::Wrapped:
+        selectLine(static_cast<int>(next.index));
+        prompter().message("End of list. Reset search to position 1");
+        break;
+    }
+}
+
+void ResultsList::PrintButton_Click() {
+    // Each step that fails is passed over and the next one runs.
+    skipOnError([this] { paintNow(); });
+    skipOnError([this] { writeFileAtomic(m_listFilePath, printListText(lines())); });
+    skipOnError([this] {
+        if (m_runEditor)
+            m_runEditor(m_listFilePath);
+    });
+}
+
+} // namespace pv

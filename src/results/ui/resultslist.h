@@ -1,0 +1,91 @@
+#pragma once
+// The results window: the results list that every compare appends to, the
+// progress of the compare in progress, "Next Difference" and "print".
+
+#include "compare/compareobserver.h"
+
+#include <QElapsedTimer>
+#include <QStringList>
+#include <QWidget>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+class QLineEdit;
+
+namespace pv {
+
+class ResultsList : public QWidget, public CompareObserver {
+    Q_OBJECT
+public:
+    explicit ResultsList(QWidget* parent = nullptr);
+
+    // What a click on a matched or different line does: compare the pair
+    // (fileName, dir1, fileName, dir2) in the active compare window.
+    using SingleCompare = std::function<void(const std::string& fileName1, const std::string& dir1,
+                                             const std::string& fileName2, const std::string& dir2)>;
+    void setSingleCompare(SingleCompare compare) { m_singleCompare = std::move(compare); }
+    // Opens a file in the chosen editor (the main window's runEditor).
+    void setEditorLauncher(std::function<void(const std::string&)> run) { m_runEditor = std::move(run); }
+    // Where "print" writes the list ("PairviewList.txt" in the program directory).
+    void setListFilePath(std::string path) { m_listFilePath = std::move(path); }
+
+    void setCntl(std::string_view value) override;
+    std::string getCntl() const { return m_cntl; }
+    void InitializeProgressBar1(long max);
+    void IncrementProgressBar1();
+    void CompleteProgressBar1();
+
+    // CompareObserver: the compare's view of this window.
+    bool isEmpty() const override;
+    void show() override { QWidget::show(); }
+    void addLine(std::string_view line) override;
+    void initializeProgress(long max) override { InitializeProgressBar1(max); }
+    void incrementProgress() override { IncrementProgressBar1(); }
+    void completeProgress() override { CompleteProgressBar1(); }
+    // Scrolls to the last line and repaints, at most every few tens of
+    // milliseconds so that a big compare is not slowed by painting.
+    void repaint() override;
+
+    // The list's lines, every added line included.
+    std::vector<std::string> lines() const;
+    int lineCount() const;
+    // Selects a line (as a click would; -1 clears the selection).
+    void selectLine(int index);
+    int selectedLine() const;
+    QString progressText() const;
+    long progressMaximum() const { return m_progressMax; }
+    long progressCount() const { return m_progressCount; }
+
+    void List1_Click();
+    void NextDifference_Click();
+    void PrintButton_Click();
+
+private:
+    // Moves lines added since the last paint into the list widget.
+    void flush() const;
+    void paintNow();
+
+    QListWidget* m_list;
+    QPushButton* m_nextDifference;
+    QPushButton* m_print;
+    QProgressBar* m_progressBar;
+    QLineEdit* m_percentage;
+
+    std::string m_cntl;
+    long m_progressMax = 0;
+    long m_progressCount = 0;
+    mutable QStringList m_pending;
+    QElapsedTimer m_sincePaint;
+    bool m_rowChangedByPress = false;
+
+    SingleCompare m_singleCompare;
+    std::function<void(const std::string&)> m_runEditor;
+    std::string m_listFilePath;
+};
+
+} // namespace pv

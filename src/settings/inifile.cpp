@@ -1,0 +1,172 @@
+#include "settings/inifile.h"
+
+#include <vector>
+
+namespace pv::ini {
+
+namespace {
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+std::string_view trim(std::string_view s) {
+    while (!s.empty() && isBlank(s.front()))
+        s.remove_prefix(1);
+    while (!s.empty() && isBlank(s.back()))
+        s.remove_suffix(1);
+    return s;
+}
+
+char lower(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool equalsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (lower(a[i]) != lower(b[i]))
+            return false;
+    return true;
+}
+
+std::vector<std::string_view> splitLines(std::string_view text) {
+    std::vector<std::string_view> lines;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        std::size_t nl = text.find('\n', start);
+        std::size_t end = nl == std::string_view::npos ? text.size() : nl;
+        std::string_view line = text.substr(start, end - start);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        lines.push_back(line);
+        if (nl == std::string_view::npos)
+            break;
+        start = nl + 1;
+    }
+    return lines;
+}
+
+// The section name of a "[name]" line, or false when the line is no section header.
+bool sectionName(std::string_view line, std::string_view& name) {
+    line = trim(line);
+    if (line.empty() || line.front() != '[')
+        return false;
+    std::size_t close = line.find(']');
+    name = trim(line.substr(1, close == std::string_view::npos ? std::string_view::npos
+                                                                 : close - 1));
+    return true;
+}
+
+// The key of a "key=value" line, or false when the line holds no "=".
+bool keyName(std::string_view line, std::string_view& key, std::string_view& value) {
+    std::size_t eq = line.find('=');
+    if (eq == std::string_view::npos)
+        return false;
+    key = trim(line.substr(0, eq));
+    value = line.substr(eq + 1);
+    return true;
+}
+
+// Cuts at kMaxValueLength bytes without splitting a UTF-8 sequence.
+std::string_view cutValue(std::string_view v) {
+    if (v.size() <= kMaxValueLength)
+        return v;
+    std::size_t n = kMaxValueLength;
+    while (n > 0 && (static_cast<unsigned char>(v[n]) & 0xC0) == 0x80)
+        --n;
+    return v.substr(0, n);
+}
+
+} // namespace
+
+std::string readValue(std::string_view text, std::string_view section, std::string_view key) {
+    section = trim(section);
+    key = trim(key);
+    bool inSection = false;
+    bool seenSection = false;
+    for (std::string_view line : splitLines(text)) {
+        std::string_view name;
+        if (sectionName(line, name)) {
+            // Only the first section of a name counts, as the platform reads it.
+            if (inSection)
+                return {};
+            inSection = !seenSection && equalsNoCase(name, section);
+            seenSection = seenSection || inSection;
+            continue;
+        }
+        if (!inSection)
+            continue;
+        std::string_view k, v;
+        if (keyName(line, k, v) && equalsNoCase(k, key)) {
+            if (std::size_t nul = v.find('\0'); nul != std::string_view::npos)
+                v = v.substr(0, nul);
+            v = trim(v);
+            return std::string(trim(cutValue(v)));
+        }
+    }
+    return {};
+}
+
+std::string writeValue(std::string_view text, std::string_view section, std::string_view key,
+                       std::string_view value) {
+    // A line break inside a value would turn the rest of it into a line of its
+    // own; keep the file's structure intact by writing blanks instead.
+    std::string cleanValue(value);
+    for (char& c : cleanValue)
+        if (c == '\r' || c == '\n' || c == '\0')
+            c = ' ';
+    std::string entry = std::string(trim(key)) + "=" + cleanValue;
+
+    std::vector<std::string_view> lines = splitLines(text);
+    std::ptrdiff_t sectionLine = -1;
+    std::ptrdiff_t lastEntry = -1;
+    std::ptrdiff_t keyLine = -1;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        std::string_view name;
+        if (sectionName(lines[i], name)) {
+            if (sectionLine >= 0)
+                break;
+            if (equalsNoCase(name, trim(section))) {
+                sectionLine = static_cast<std::ptrdiff_t>(i);
+                lastEntry = sectionLine;
+            }
+            continue;
+        }
+        if (sectionLine < 0)
+            continue;
+        std::string_view k, v;
+        if (keyName(lines[i], k, v)) {
+            if (equalsNoCase(k, trim(key))) {
+                keyLine = static_cast<std::ptrdiff_t>(i);
+                break;
+            }
+        }
+        if (!trim(lines[i]).empty())
+            lastEntry = static_cast<std::ptrdiff_t>(i);
+    }
+
+    std::string out;
+    out.reserve(text.size() + entry.size() + section.size() + 8);
+    auto emit = [&out](std::string_view line) {
+        out.append(line);
+        out.append("\r\n");
+    };
+    if (sectionLine < 0) {
+        for (std::string_view line : lines)
+            emit(line);
+        emit("[" + std::string(trim(section)) + "]");
+        emit(entry);
+        return out;
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        auto idx = static_cast<std::ptrdiff_t>(i);
+        if (idx == keyLine) {
+            emit(entry);
+            continue;
+        }
+        emit(lines[i]);
+        if (keyLine < 0 && idx == lastEntry)
+            emit(entry);
+    }
+    return out;
+}
+
+} // namespace pv::ini

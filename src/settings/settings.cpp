@@ -1,0 +1,58 @@
+#include "settings/settings.h"
+
+#include "platform/textfile.h"
+#include "settings/inifile.h"
+
+#include <cctype>
+
+namespace pv {
+
+namespace {
+
+std::string upper(std::string_view s) {
+    std::string out(s);
+    for (char& c : out)
+        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return out;
+}
+
+} // namespace
+
+std::string Settings::read(std::string_view section, std::string_view key) const {
+    std::string text;
+    if (m_path.empty() || !tryReadFileBytes(m_path, text))
+        return {};
+    return ini::readValue(text, section, key);
+}
+
+std::string Settings::GetIniValue(std::string_view section, std::string_view key,
+                                  std::string_view def) const {
+    std::string value = read(section, key);
+    return value.empty() ? std::string(def) : value;
+}
+
+std::string Settings::GetIniValueMin2(std::string_view section, std::string_view key,
+                                      std::string_view def) const {
+    std::string value = read(section, key);
+    return value.size() < 2 ? std::string(def) : value;
+}
+
+bool Settings::write(std::string_view section, std::string_view key,
+                     std::string_view value) const {
+    if (m_path.empty())
+        return false;
+    std::string text;
+    tryReadFileBytes(m_path, text); // a missing file is created by the first write
+    try {
+        writeFileAtomic(m_path, ini::writeValue(text, section, key, value));
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool IniBool(std::string_view text) { return upper(text) == "TRUE"; }
+
+bool IniYes(std::string_view text) { return upper(text) != "NO"; }
+
+} // namespace pv

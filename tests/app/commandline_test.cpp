@@ -1,0 +1,59 @@
+#include "app/commandline.h"
+#include "app/programpaths.h"
+
+#include <gtest/gtest.h>
+
+using pv::settingsPathFromCommandLine;
+
+struct CmdCase {
+    const char* name;
+    const char* line;
+    std::optional<std::string> expected;
+};
+
+class CommandLine : public ::testing::TestWithParam<CmdCase> {};
+
+TEST_P(CommandLine, FindsSettingsPath) {
+    EXPECT_EQ(settingsPathFromCommandLine(GetParam().line), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CommandLine,
+    ::testing::Values(
+        CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
+        CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
+        CmdCase{"mixed_case_option", "-Ini a.ini", "a.ini"},
+        CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
+        CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
+        CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
+        CmdCase{"nothing", "", std::nullopt},
+        CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
+        CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
+        // Eleven tokens are examined: the option as the eleventh still counts...
+        CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
+        // ...as the twelfth it is not seen.
+        CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini", std::nullopt}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(ProgramPaths, PerWindowNamesInsertTagBeforeExtension) {
+    EXPECT_EQ(pv::perWindowFileName("/p/Pairview.txt", ""), "/p/Pairview.txt");
+    EXPECT_EQ(pv::perWindowFileName("/p/Pairview.txt", "3"), "/p/Pairview3.txt");
+    EXPECT_EQ(pv::perWindowFileName("/my.prog/Pairview.txt", "Single2"),
+              "/my.prog/PairviewSingle2.txt");
+    EXPECT_EQ(pv::perWindowFileName("/my.prog/noext", "1"), "/my.prog/noext1");
+    auto p = pv::ProgramPaths::inDirectory("/opt/pv");
+    EXPECT_EQ(p.settingsPath, "/opt/pv/Pairview.ini");
+    EXPECT_EQ(p.xcopyPath, "/opt/pv/Xcopy_FILE.CMD");
+}
+
+TEST(ProgramGlobals, AtMostOneClickedFlagAndSide) {
+    pv::ProgramGlobals g;
+    EXPECT_FALSE(g.rightSideClicked());
+    g.setClicked(pv::ClickedControl::FileOne);
+    g.setClicked(pv::ClickedControl::Dir2);
+    EXPECT_FALSE(g.clickedFileOne);
+    EXPECT_TRUE(g.clickedDir2);
+    EXPECT_TRUE(g.rightSideClicked());
+    g.setClicked(pv::ClickedControl::Dir1);
+    EXPECT_FALSE(g.rightSideClicked());
+}

@@ -1,0 +1,212 @@
+#include "compare/compareengine.h"
+#include "compare/linesink.h"
+#include "recordingobserver.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+using namespace pv;
+
+namespace {
+
+struct EngineRun {
+    pvtest::RecordingObserver observer;
+    StringLineSink script;
+    CompareCounts counts;
+    std::vector<std::pair<std::string, std::string>> captured;
+};
+
+// Runs the engine on two name lists; attributes come from a table of full paths
+// (missing paths give "").
+EngineRun compare(const std::vector<std::string>& left, const std::vector<std::string>& right,
+            const std::map<std::string, std::string>& attrs = {},
+            CaptureSelection capture = CaptureSelection::None, CompareOptions options = {},
+            std::string leftDir = "/a", std::string rightDir = "/b") {
+    EngineRun r;
+    CompareEngine engine(options, [&](const std::string& path) {
+        auto it = attrs.find(path);
+        return it == attrs.end() ? std::string() : it->second;
+    });
+    CompareInput in{leftDir, rightDir, &left, &right, "/prog/Pairview1.txt", capture};
+    r.counts = engine.run(in, r.observer, r.script, [&](const std::string& d, const std::string& n) {
+        r.captured.emplace_back(d, n);
+    });
+    return r;
+}
+
+std::vector<std::string> statsLines(long c1, long c2, long m, long o1, long o2, long d) {
+    auto n = [](long v) { return std::to_string(v); };
+    return {"Compare stats:",
+            " there were " + n(c1) + " items in list one",
+            " there were " + n(c2) + " items in list two",
+            " there were " + n(m) + " items that matched items",
+            " there were " + n(o1) + " unmatched file one items",
+            " there were " + n(o2) + " unmatched file two items",
+            " there were " + n(d) +
+                " items with different datetimes and or lengths. See results for details."};
+}
+
+std::vector<std::string> concat(std::vector<std::string> a, const std::vector<std::string>& b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+} // namespace
+
+TEST(CompareEngine, TwoEmptyListsGiveOnlyStatistics) {
+    EngineRun r = compare({}, {});
+    EXPECT_EQ(r.observer.lines, statsLines(0, 0, 0, 0, 0, 0));
+    EXPECT_EQ(r.script.text(), "");
+    EXPECT_EQ(r.observer.progressMax, 0);
+    EXPECT_TRUE(r.observer.completed);
+}
+
+TEST(CompareEngine, OneOnlyMatchedAndMaxedLinesAreLaidOutByTheColumnRule) {
+    EngineRun r = compare({"a.txt", "b.txt"}, {"b.txt", "c.txt"});
+    EXPECT_EQ(r.observer.lines, concat({"0 -one only-  0    a.txt",
+                                        "1 -matched-   0   b.txt",
+                                        "2 -one maxed- 1    c.txt"},
+                                       statsLines(2, 2, 1, 1, 1, 0)));
+    EXPECT_EQ(r.script.text(),
+              "\r\nfc /lb100 /2 \"/a/b.txt\" \"/b/b.txt\"  >> /prog/Pairview1.txt\r\n");
+    // a.txt (only i, lists equal) and b.txt count; c.txt (only j) does not.
+    EXPECT_EQ(r.observer.progress, 2);
+    EXPECT_EQ(r.observer.progressMax, 2);
+}
+
+TEST(CompareEngine, AttributeColumnsArePaddedToTheLongestTextPlusOne) {
+    std::map<std::string, std::string> attrs = {
+        {"/a/x", "2026\\05\\07 9:5:7 - 12"}, // the longest, 21: attrWidth 22
+        {"/b/x", "2026\\05\\07 9:5:8 - 12"},
+        {"/a/only", " - 5"},
+        {"/b/two", "Can't find the file"},
+    };
+    EngineRun r = compare({"only", "x"}, {"two", "x"}, attrs);
+    std::string a1 = attrs["/a/x"], a2 = attrs["/b/x"];
+    EXPECT_EQ(r.observer.lines[0], "0 -one only-  0  - 5" + std::string(24, ' ') + "only");
+    EXPECT_EQ(r.observer.lines[1],
+              "1 -two only-  0 Can't find the file" + std::string(24, ' ') + "two");
+    EXPECT_EQ(r.observer.lines[2], "1 -different- 1 " + a1 + std::string(22 - a1.size(), ' ') + a2 +
+                                      std::string(22 - a2.size(), ' ') + "x");
+    EXPECT_EQ(r.counts.different, 1);
+    EXPECT_EQ(r.counts.matched, 1);
+    EXPECT_EQ(r.counts.attrOne, a1);
+    EXPECT_EQ(r.counts.attrTwo, a2);
+}
+
+TEST(CompareEngine, NameMatchRules) {
+    struct Row {
+        const char* name;
+        std::vector<std::string> left, right;
+        std::vector<std::string> entries;
+        std::string script;
+    };
+    const Row rows[] = {
+        {"vssver.scc is passed over but both lists advance",
+         {"VSSVER.SCC", "z"},
+         {"vssver.scc", "z"},
+         {"1 -matched-   1   z"}, // no line for the pair passed over
+         "\r\nfc /lb100 /2 \"/a/z\" \"/b/z\"  >> /prog/Pairview1.txt\r\n"},
+        {"names differing in case match; each side's own name goes to fc",
+         {"Readme.TXT"},
+         {"README.txt"},
+         {"0 -matched-   0   Readme.TXT"},
+         "\r\nfc /lb100 /2 \"/a/Readme.TXT\" \"/b/README.txt\"  >> /prog/Pairview1.txt\r\n"},
+        // Upper case puts AAB first, lower case a_b; as they stand "_" sorts
+        // before "a", so the right entry is reported first.
+        {"a_b against aab: the tie-break reports the right entry",
+         {"a_b"},
+         {"aab"},
+         {"0 -two only-  0    aab", "0 -two maxed- 1    a_b"},
+         ""},
+        {"surrounding blanks do not stop a match",
+         {" x "},
+         {"x"},
+         {"0 -matched-   0    x "},
+         "\r\nfc /lb100 /2 \"/a/ x \" \"/b/x\"  >> /prog/Pairview1.txt\r\n"},
+        {"right list longer: two only then one maxed",
+         {"b"},
+         {"a", "b", "c"},
+         {"0 -two only-  0    a", "0 -matched-   1   b", "1 -one maxed- 2    c"},
+         "\r\nfc /lb100 /2 \"/a/b\" \"/b/b\"  >> /prog/Pairview1.txt\r\n"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EngineRun r = compare(row.left, row.right);
+        std::vector<std::string> entries(r.observer.lines.begin(), r.observer.lines.end() - 7);
+        EXPECT_EQ(entries, row.entries);
+        EXPECT_EQ(r.script.text(), row.script);
+    }
+}
+
+TEST(CompareEngine, VssverIsNotCounted) {
+    EngineRun r = compare({"vssver.scc"}, {"VSSVER.scc"});
+    EXPECT_EQ(r.observer.lines, statsLines(1, 1, 0, 0, 0, 0));
+    EXPECT_EQ(r.observer.progress, 1); // a pass-over still moves the bar
+}
+
+TEST(CompareEngine, FcSwitchesFollowTheFixedOrderAndFreeTextIsVerbatim) {
+    CompareOptions o;
+    o.fcLb = " /lb7 ";
+    o.fcNnnn = "";
+    o.fcW = o.fcA = o.fcU = o.fcB = o.fcT = o.fcC = o.fcN = o.fcL = true;
+    EngineRun r = compare({"x"}, {"x"}, {}, CaptureSelection::None, o, "/", "/b");
+    EXPECT_EQ(r.script.text(), "\r\nfc  /lb7  /a /b /c /l /n /t /u /w \"/x\" \"/b/x\"  >> "
+                               "/prog/Pairview1.txt\r\n");
+}
+
+TEST(CompareEngine, CaptureSelections) {
+    EngineRun procs = compare({"a.prc", "B.PRC.txt", "c.txt", "one.prc"}, {"a.prc", "B.PRC.txt", "c.txt"},
+                        {}, CaptureSelection::ProcsDifferent);
+    EXPECT_EQ(procs.captured, (std::vector<std::pair<std::string, std::string>>{
+                                  {"/a", "a.prc"}, {"/a", "B.PRC.txt"}}));
+    EngineRun only = compare({"a", "m", "z"}, {"m", "q"}, {}, CaptureSelection::OneOnly);
+    // "a" is one only; "z" is reported after the right list ran out, which is
+    // a maxed entry and so not captured.
+    EXPECT_EQ(only.captured, (std::vector<std::pair<std::string, std::string>>{{"/a", "a"}}));
+    EXPECT_EQ(captureSelectionFromItem("1OnlyCapture"), CaptureSelection::OneOnly);
+    EXPECT_EQ(captureSelectionFromItem("1Procs different"), CaptureSelection::ProcsDifferent);
+    EXPECT_EQ(captureSelectionFromItem(" --- Please select ---"), CaptureSelection::None);
+}
+
+TEST(CompareEngine, NamesThatCannotStandInAScriptAreLeftOutAndSaidSo) {
+    EngineRun r = compare({"a\"b", "c%PATH%&calc", "l\nf"}, {"a\"b", "c%PATH%&calc", "l\nf"});
+    ASSERT_EQ(r.observer.lines.size(), 5u + 7u);
+    EXPECT_EQ(r.observer.lines[0], "0 -matched-   0   a\"b");
+    EXPECT_EQ(r.observer.lines[1],
+              std::string(16, ' ') + "left out of the compare script: the name holds a double quote");
+    EXPECT_EQ(r.observer.lines[4],
+              std::string(16, ' ') + "left out of the compare script: the name holds a line break");
+    // Percent signs are doubled so the interpreter gives them back literally; the
+    // & stays inside the quotes.
+    EXPECT_EQ(r.script.text(),
+              "\r\nfc /lb100 /2 \"/a/c%%PATH%%&calc\" \"/b/c%%PATH%%&calc\"  >> "
+              "/prog/Pairview1.txt\r\n");
+    EXPECT_EQ(r.counts.matched, 3);
+}
+
+TEST(CompareEngine, WidthsAndProgressBeyondSixteenBitCounts) {
+    std::vector<std::string> left, right;
+    for (int n = 0; n < 100000; ++n) {
+        char buf[16];
+        std::snprintf(buf, sizeof buf, "f%06d", n);
+        left.push_back(buf);
+        if (n % 1000 != 0)
+            right.push_back(buf);
+    }
+    EngineRun r = compare(left, right);
+    EXPECT_EQ(r.counts.count1, 100000);
+    EXPECT_EQ(r.counts.matched, 99900);
+    EXPECT_EQ(r.counts.oneOnly, 100);
+    EXPECT_EQ(CompareEngine::seqWidth(100000, 99900), 7);
+    EXPECT_EQ(r.observer.lines[99999], "99999  -matched-   99899    f099999");
+    EXPECT_EQ(r.observer.progressMax, 100000);
+    EXPECT_EQ(r.observer.progress, 100000);
+}
+
+TEST(CompareEngine, SeqWidthIsDigitsOfTheLargerCountPlusOne) {
+    EXPECT_EQ(CompareEngine::seqWidth(0, 0), 2);
+    EXPECT_EQ(CompareEngine::seqWidth(9, 10), 3);
+    EXPECT_EQ(CompareEngine::seqWidth(32768, 5), 6);
+}

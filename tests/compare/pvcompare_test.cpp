@@ -1,0 +1,126 @@
+// Runs the pvcompare program on real trees: output, files and exit status.
+
+#include "support/temptree.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <sys/wait.h>
+
+namespace {
+
+struct Result {
+    int status = -1;
+    std::string out;
+};
+
+std::string shellQuote(const std::string& s) {
+    std::string q = "'";
+    for (char c : s)
+        q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
+Result pvcompare(const std::string& home, const std::string& args) {
+    std::string cmd = "PAIRVIEW_HOME=" + shellQuote(home) + " " +
+                      shellQuote(std::string(PV_BINARY_DIR) + "/pvcompare") + " " + args +
+                      " 2>&1";
+    Result r;
+    FILE* p = ::popen(cmd.c_str(), "r");
+    if (!p)
+        return r;
+    char buf[4096];
+    size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0)
+        r.out.append(buf, n);
+    int st = ::pclose(p);
+    r.status = WIFEXITED(st) ? WEXITSTATUS(st) : -1;
+    return r;
+}
+
+// The output without the date columns of "Start" and "end of" lines.
+std::string withoutDates(std::string out) {
+    std::string r;
+    size_t pos = 0;
+    while (pos < out.size()) {
+        size_t nl = out.find('\n', pos);
+        std::string line = out.substr(pos, nl - pos);
+        if (line.rfind("Start\t", 0) == 0 || line.rfind("end of", 0) == 0)
+            line = line.substr(0, line.find('\t'));
+        r += line + "\n";
+        pos = nl == std::string::npos ? out.size() : nl + 1;
+    }
+    return r;
+}
+
+class PvCompare : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!std::filesystem::exists(std::string(PV_BINARY_DIR) + "/pvcompare"))
+            GTEST_SKIP() << "pvcompare is not built";
+        home.write("Pairview.ini", "[COMPARECONTROL]\r\nLIST_Length=True\r\n");
+    }
+    pvtest::TempDir home, tree;
+};
+
+} // namespace
+
+TEST_F(PvCompare, ExitStatusSaysWhetherEverythingMatched) {
+    tree.write("l/same.txt", "abc");
+    tree.write("r/same.txt", "xyz");
+    tree.write("l/.hidden", "left only but hidden");
+    EXPECT_EQ(pvcompare(home.str(), shellQuote(tree / "l") + " " + shellQuote(tree / "r")).status,
+              0);
+    tree.write("r/same.txt", "longer");
+    Result r = pvcompare(home.str(), shellQuote(tree / "l") + " " + shellQuote(tree / "r/"));
+    EXPECT_EQ(r.status, 1);
+    EXPECT_EQ(withoutDates(r.out), "Start\n"
+                                   "Directory 1: " + (tree / "l") + " \n"
+                                   "Directory 2: " + (tree / "r") + " \n"
+                                   "seq 1\tmessage\tseq 2\tCreateDate\tFile length\tFilename\n"
+                                   "0 -different- 0  - 3  - 6 same.txt\n"
+                                   "Compare stats:\n"
+                                   " there were 1 items in list one\n"
+                                   " there were 1 items in list two\n"
+                                   " there were 1 items that matched items\n"
+                                   " there were 0 unmatched file one items\n"
+                                   " there were 0 unmatched file two items\n"
+                                   " there were 1 items with different datetimes and or lengths. "
+                                   "See results for details.\n"
+                                   "end of Directory compare\n");
+    std::string script = pvtest::readFile(home / "Pairview.cmd");
+    EXPECT_NE(script.find("\r\nfc /lb100 /2 \"" + (tree / "l/same.txt") + "\" \"" +
+                          (tree / "r/same.txt") + "\"  >> " + (home / "Pairview.txt") + "\r\n"),
+              std::string::npos);
+    EXPECT_EQ(pvtest::readFile(home / "Pairview.txt").substr(0, 21), "\r\n\r\n---------- Start ");
+}
+
+TEST_F(PvCompare, SubDirectoriesPatternAndAppend) {
+    tree.write("l/a.txt", "1");
+    tree.write("l/a.log", "1");
+    tree.write("r/a.txt", "1");
+    tree.write("l/sub/b.txt", "1");
+    tree.write("r/sub/b.txt", "1");
+    home.write("Pairview.txt", "kept\r\n");
+    std::string dirs = shellQuote(tree / "l") + " " + shellQuote(tree / "r");
+    Result r = pvcompare(home.str(), "-s -p '*.TXT' --append " + dirs);
+    EXPECT_EQ(r.status, 0) << r.out;
+    EXPECT_NE(r.out.find("Directory 1: " + (tree / "l/sub") + " \n"), std::string::npos);
+    EXPECT_EQ(r.out.find("a.log"), std::string::npos);
+    EXPECT_NE(r.out.find("end of subdirectory compare"), std::string::npos);
+    EXPECT_EQ(pvtest::readFile(home / "Pairview.txt"), "kept\r\n");
+    tree.mkdir("l/extra");
+    EXPECT_EQ(pvcompare(home.str(), "-s -p '*.TXT' " + dirs).status, 1);
+}
+
+TEST_F(PvCompare, ErrorsGiveStatusTwo) {
+    Result missing = pvcompare(home.str(), shellQuote(tree / "nope") + " " + shellQuote(tree.str()));
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_NE(missing.out.find("nope"), std::string::npos);
+    EXPECT_EQ(pvcompare(home.str(), shellQuote(tree.str())).status, 2);
+    EXPECT_EQ(pvcompare(home.str(), "--bogus a b").status, 2);
+    Result help = pvcompare(home.str(), "--help");
+    EXPECT_EQ(help.status, 0);
+    EXPECT_NE(help.out.find("Exit status"), std::string::npos);
+}

@@ -1,0 +1,34 @@
+#include "compare/singlecompare.h"
+#include "platform/runtimeerror.h"
+
+#include <gtest/gtest.h>
+
+using namespace pv;
+
+TEST(SingleCompare, CommandWithDefaultSwitches) {
+    CompareOptions o;
+    EXPECT_EQ(compareSinglesCommand("/prog", "x.txt", "/a", "x.txt", "/b",
+                                    singleResultFile("/prog", "1"), o),
+              "/prog/CompareSelectedFile.cmd \"/a/x.txt\" \"/b/x.txt\" "
+              "\"/prog/PairviewSingle1.txt\" /lb100 /2 ");
+}
+
+TEST(SingleCompare, SwitchesAreTrimmedAndInFixedOrder) {
+    CompareOptions o;
+    o.fcLb = "  /lb9 ";
+    o.fcNnnn = "";
+    o.fcW = o.fcA = o.fcU = o.fcB = o.fcT = o.fcC = o.fcN = o.fcL = true;
+    std::string cmd = compareSinglesCommand("/p", "a b.txt", "/x y", "", "/", "/p/r.txt", o);
+    EXPECT_EQ(cmd, "/p/CompareSelectedFile.cmd \"/x y/a b.txt\" \"/\" \"/p/r.txt\" "
+                   "/lb9 /a /b /c /l /n /t /u /w ");
+}
+
+TEST(SingleCompare, HostileNames) {
+    CompareOptions o;
+    // A name ending in a backslash must not swallow the closing quote: by the
+    // command-line rules 2n backslashes before a quote give n.
+    EXPECT_EQ(compareSinglesCommand("/p", "odd\\", "/a", "x", "/b", "/r", o),
+              "/p/CompareSelectedFile.cmd \"/a/odd\\\\\" \"/b/x\" \"/r\" /lb100 /2 ");
+    EXPECT_THROW(compareSinglesCommand("/p", "a\"b", "/a", "x", "/b", "/r", o), RuntimeError);
+    EXPECT_THROW(compareSinglesCommand("/p", "x", "/a", "l\nf", "/b", "/r", o), RuntimeError);
+}

@@ -1,0 +1,122 @@
+#include "compare/subdirectorywalk.h"
+#include "platform/runtimeerror.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <set>
+
+using namespace pv;
+
+namespace {
+
+// A pretend file system: the sub-directories of each directory, and which
+// directories exist on the right.
+struct FakeTree {
+    std::map<std::string, std::vector<std::string>> children;
+    std::set<std::string> rightDirs;
+    std::string left, right;
+    std::vector<std::string> compared; // "left | right"
+    std::vector<std::string> lines;
+    bool stop = false;
+    int stopAfterCompares = -1;
+
+    SubDirectoryWalk walk() {
+        SubDirectoryWalk::Hooks h;
+        h.stopRequested = [this] { return stop; };
+        h.subdirectories = [this](const std::string& d) {
+            auto it = children.find(d);
+            return it == children.end() ? std::vector<std::string>{} : it->second;
+        };
+        h.moveLeft = [this](const std::string& d) { return left = d; };
+        h.moveRight = [this](const std::string& d) {
+            if (!rightDirs.count(d))
+                throw RuntimeError(2, "No such file or directory");
+            return right = d;
+        };
+        h.compare = [this] {
+            compared.push_back(left + " | " + right);
+            if (static_cast<int>(compared.size()) == stopAfterCompares)
+                stop = true;
+        };
+        h.addLine = [this](const std::string& l) { lines.push_back(l); };
+        return SubDirectoryWalk(h);
+    }
+    void run(const std::string& b1, const std::string& b2) {
+        left = b1;
+        right = b2;
+        walk().run(b1, b2);
+    }
+};
+
+} // namespace
+
+TEST(SubDirectoryWalk, PreOrderWithUnmatchedDirectoriesReportedAndStillWalked) {
+    FakeTree t;
+    t.children["/src"] = {"/src/x", "/src/y"};
+    t.children["/src/x"] = {"/src/x/deep"};
+    t.children["/src/y"] = {"/src/y/z"};
+    t.rightDirs = {"/bak", "/bak/x", "/bak/x/deep"};
+    t.run("/src", "/bak");
+    EXPECT_EQ(t.compared, (std::vector<std::string>{"/src | /bak", "/src/x | /bak/x",
+                                                    "/src/x/deep | /bak/x/deep"}));
+    EXPECT_EQ(t.lines, (std::vector<std::string>{
+                           "Unmatched sub directory : '\t/bak/y' does not exist",
+                           "Unmatched sub directory : '\t/bak/y/z' does not exist"}));
+}
+
+TEST(SubDirectoryWalk, TwentyFourLevelsAreComparedAndDeeperOnesReported) {
+    FakeTree t;
+    std::string d = "/l", r = "/r";
+    std::vector<std::string> levels{d};
+    t.rightDirs.insert(r);
+    for (int level = 1; level <= 25; ++level) {
+        std::string child = d + "/d" + std::to_string(level);
+        t.children[d] = {child};
+        d = child;
+        levels.push_back(d);
+        r += "/d" + std::to_string(level);
+        t.rightDirs.insert(r);
+    }
+    t.children["/l"].push_back("/l/sibling");
+    t.rightDirs.insert("/r/sibling");
+    t.run("/l", "/r");
+    ASSERT_EQ(t.compared.size(), 24u + 1u); // levels 0..23 and the sibling
+    EXPECT_EQ(t.compared[23].substr(0, t.compared[23].find(' ')), levels[23]);
+    EXPECT_EQ(t.compared.back(), "/l/sibling | /r/sibling");
+    EXPECT_EQ(t.lines, std::vector<std::string>{std::string(kTooDeep)});
+}
+
+TEST(SubDirectoryWalk, StopIsHonouredAtTheStartOfTheNextLevel) {
+    FakeTree t;
+    t.children["/a"] = {"/a/1", "/a/2"};
+    t.rightDirs = {"/b", "/b/1", "/b/2"};
+    t.stopAfterCompares = 2;
+    t.run("/a", "/b");
+    EXPECT_EQ(t.compared, (std::vector<std::string>{"/a | /b", "/a/1 | /b/1"}));
+}
+
+TEST(SubDirectoryWalk, FailuresInsideALevelArePassedOver) {
+    FakeTree t;
+    t.children["/a"] = {"/a/1", "/a/2"};
+    t.rightDirs = {"/b", "/b/1", "/b/2"};
+    SubDirectoryWalk::Hooks h;
+    int compares = 0;
+    h.subdirectories = [&](const std::string& d) { return t.children[d]; };
+    h.moveLeft = [](const std::string& d) { return d; };
+    h.moveRight = [](const std::string& d) { return d; };
+    h.compare = [&] {
+        if (++compares == 2)
+            throw RuntimeError(5, "Input/output error");
+    };
+    h.addLine = [](const std::string&) {};
+    SubDirectoryWalk(h).run("/a", "/b");
+    EXPECT_EQ(compares, 3);
+}
+
+TEST(SubDirectoryWalk, CounterpartKeepsOneSeparator) {
+    EXPECT_EQ(SubDirectoryWalk::counterpart("/src", "/bak", "/src/x/y"), "/bak/x/y");
+    EXPECT_EQ(SubDirectoryWalk::counterpart("/", "/bak", "/x"), "/bak/x");
+    EXPECT_EQ(SubDirectoryWalk::counterpart("/src", "/", "/src/x"), "/x");
+    EXPECT_EQ(SubDirectoryWalk::counterpart("/src", "/bak", "/src"), "/bak");
+}

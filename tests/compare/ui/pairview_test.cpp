@@ -1,0 +1,241 @@
+#include "app/programpaths.h"
+#include "app/ui/mdiform1.h"
+#include "compare/ui/dirlistbox.h"
+#include "compare/ui/drivelistbox.h"
+#include "compare/ui/filelistbox.h"
+#include "compare/ui/pairview.h"
+#include "platform/runtimeerror.h"
+#include "settings/settings.h"
+#include "support/recordingprompter.h"
+#include "support/temptree.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <filesystem>
+
+using pv::Side;
+
+namespace {
+
+// Starts the program on a settings file in a temporary program directory.
+class PairviewTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_oldCwd = QDir::currentPath();
+        left = home.mkdir("left");
+        right = home.mkdir("right");
+        home.write("left/a.cpp", "1");
+        home.write("left/b.h", "2");
+        home.write("left/c.txt", "3");
+        home.write("right/a.cpp", "1");
+        ini = home / "my.ini";
+    }
+    void TearDown() override {
+        frame.reset();
+        QDir::setCurrent(m_oldCwd);
+    }
+    void start() {
+        frame = std::make_unique<pv::MDIForm1>(std::vector<std::string>{"-ini", ini});
+        frame->MDIForm_Load(home.str());
+        window = frame->defaultCompareWindow(false);
+        ASSERT_NE(window, nullptr);
+    }
+    std::string value(const char* section, const char* key) const {
+        return pv::Settings(ini).read(section, key);
+    }
+    std::vector<std::string> names(Side side) const { return window->files(side)->names(); }
+
+    pvtest::TempDir home;
+    pvtest::RecordingPrompter prompts;
+    std::string left, right, ini;
+    std::unique_ptr<pv::MDIForm1> frame;
+    pv::Pairview* window = nullptr;
+
+private:
+    QString m_oldCwd;
+};
+
+} // namespace
+
+TEST_F(PairviewTest, FirstStartWritesEditorAndPatternAndOpensFrame) {
+    start();
+    // A maximized child adds its caption to the frame's.
+    EXPECT_EQ(frame->windowTitle().left(17).toStdString(), "Pairview Utility ");
+    EXPECT_EQ(window->windowTitle().toStdString(), "Directory Comparisons");
+    EXPECT_EQ(pv::globals().paths.settingsPath, ini);
+    EXPECT_EQ(pv::globals().paths.resultsPath, home / "Pairview.txt");
+    EXPECT_EQ(QDir::currentPath().toStdString(), home.str());
+    EXPECT_EQ(value("APPLICATION", "EDITOR"), "Write.exe");
+    EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.*");
+    EXPECT_TRUE(frame->timer()->isActive());
+    EXPECT_EQ(frame->timer()->interval(), 60000);
+    EXPECT_EQ(frame->refreshTickCount, 0);
+    EXPECT_TRUE(prompts.messages.empty());
+    // The editor list always offers the internal editor.
+    EXPECT_GE(window->editorList()->findText("INTERNAL"), 0);
+}
+
+TEST_F(PairviewTest, EveryPaneChangeIsWrittenAndRestoredAtNextStart) {
+    start();
+    window->dir(Side::Left)->setPath(left);
+    window->dir(Side::Right)->setPath(right);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), left);
+    EXPECT_EQ(value("LASTFILE", "DIRTWO"), right);
+    EXPECT_EQ(names(Side::Left), (std::vector<std::string>{"a.cpp", "b.h", "c.txt"}));
+
+    window->filePatternCombo()->setEditText("*.cpp;*.h");
+    window->FilePatternCombo_Change();
+    EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.cpp;*.h");
+    EXPECT_EQ(names(Side::Left), (std::vector<std::string>{"a.cpp", "b.h"}));
+    EXPECT_EQ(names(Side::Right), (std::vector<std::string>{"a.cpp"}));
+
+    window->editorList()->setCurrentIndex(window->editorList()->findText("INTERNAL"));
+    window->EditorList_Change();
+    EXPECT_EQ(value("APPLICATION", "EDITOR"), "INTERNAL");
+
+    // A second start with a pattern list that holds the stored pattern.
+    pv::Settings(ini).write("APPLICATION", "FILEPATTERNLIST", "*.*,*.cpp;*.h");
+    frame.reset();
+    start();
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+    EXPECT_EQ(window->dir(Side::Right)->path(), right);
+    EXPECT_EQ(window->filePatternCombo()->count(), 2);
+    EXPECT_EQ(window->filePatternCombo()->currentIndex(), 1);
+    EXPECT_EQ(names(Side::Left), (std::vector<std::string>{"a.cpp", "b.h"}));
+    EXPECT_EQ(window->editorList()->currentText(), "INTERNAL");
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST_F(PairviewTest, VanishedDriveAndDirectoryFallBackToRootWithOneMessageEach) {
+    pv::Settings s(ini);
+    s.write("LASTFILE", "DRIVE1", "/media/no-such-drive");
+    s.write("LASTFILE", "DIRONE", left);
+    s.write("LASTFILE", "DIRTWO", home / "moved-away");
+    start();
+    ASSERT_EQ(prompts.messages.size(), 2u);
+    EXPECT_EQ(prompts.messages[0].rfind("SetDrive:Error The Drive 1 set was invalid. Setting to /\r\n"
+                                        "This is sometimes due to changing network configurations. ",
+                                        0),
+              0u);
+    EXPECT_EQ(prompts.messages[1].rfind("Directory:Error The Directory 2 set was invalid. Setting "
+                                        "to /\r\nThis is sometimes due to changing network "
+                                        "configurations or moving a folder. ",
+                                        0),
+              0u);
+    EXPECT_EQ(window->drive(Side::Left)->drive(), "/");
+    // The left directory is restored from the root, not from the stored DIRONE.
+    EXPECT_EQ(window->dir(Side::Left)->path(), "/");
+    EXPECT_EQ(window->dir(Side::Right)->path(), "/");
+    EXPECT_EQ(value("LASTFILE", "DIRTWO"), "/");
+}
+
+TEST_F(PairviewTest, DirectoryThatVanishesKeepsStoredValueAndSaysWhy) {
+    start();
+    window->dir(Side::Left)->setPath(left);
+    window->dir(Side::Left)->setPath(right);
+    ASSERT_EQ(value("LASTFILE", "DIRONE"), right);
+    std::filesystem::remove(right + "/a.cpp");
+    std::filesystem::remove(right);
+    window->Dir1_Change();
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0].rfind("Error: ", 0), 0u);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), right);
+}
+
+TEST_F(PairviewTest, SettingsFillMenusAndLists) {
+    pv::Settings s(ini);
+    s.write("EDITORS", "ITEM0", "Notepad.exe");
+    s.write("EDITORS", "ITEM1", "internal");
+    s.write("RECENTFILES", "ITEM0", "/new.txt");
+    s.write("RECENTFILES", "ITEM1", "/old.txt");
+    s.write("FAVORITES", "ITEM0", "/fav0");
+    s.write("FAVORITES", "ITEM2", "/fav2");
+    s.write("NETWORKDRIVES", "ITEM0", "//server/share");
+    s.write("DIRCONTROL", "DIR_AA", "True");
+    s.write("DIRCONTROL", "DIR_AA_NOT", "true");
+    s.write("COMPARECONTROL", "FC_LB", "/lb50");
+    s.write("ISQL", "ITEM1", "-S srv -E");
+    start();
+    // "internal" in any case counts: no second internal entry.
+    EXPECT_EQ(window->editorList()->count(), 2);
+    EXPECT_EQ(frame->arrayItem("mnuEditor", 0)->text(), "Open by association");
+    EXPECT_EQ(frame->arrayItem("mnuEditor", 2)->text(), "internal");
+    EXPECT_TRUE(frame->arrayItem("mnuEditor", 2)->isVisible());
+    EXPECT_FALSE(frame->arrayItem("mnuEditor", 3)->isVisible());
+    // The newest recent file comes last.
+    EXPECT_EQ(frame->arrayItem("Recent", 1)->text(), "/old.txt");
+    EXPECT_EQ(frame->arrayItem("Recent", 2)->text(), "/new.txt");
+    EXPECT_FALSE(frame->arrayItem("Recent", 3)->isVisible());
+    EXPECT_TRUE(frame->arrayItem("mnuFavorites", 2)->isVisible());
+    EXPECT_FALSE(frame->arrayItem("mnuFavorites", 1)->isVisible());
+    EXPECT_EQ(window->networkDrive(Side::Right)->findText("//server/share"), 0);
+    // The load sets each item from its own key, even a contradictory pair.
+    EXPECT_TRUE(frame->action("mnu_Dir_a_a")->isChecked());
+    EXPECT_TRUE(frame->action("mnu_Dir_a_a_not")->isChecked());
+    EXPECT_EQ(window->findChild<QLineEdit*>("fc_lb")->text(), "/lb50");
+    EXPECT_TRUE(frame->arrayItem("mnu_isql", 1)->isChecked());
+    EXPECT_FALSE(frame->arrayItem("mnu_isql", 0)->isVisible());
+}
+
+TEST_F(PairviewTest, SwitchClicksFollowTheExclusionRules) {
+    start();
+    frame->action("mnu_Options_Compare_Binary")->trigger();
+    EXPECT_EQ(value("COMPARECONTROL", "FC_B"), "True");
+    frame->action("mnu_Options_Compare_Ascii_a")->trigger();
+    EXPECT_TRUE(frame->action("mnu_Options_Compare_Ascii_a")->isChecked());
+    EXPECT_TRUE(frame->action("mnu_Options_Compare_Ascii")->isChecked());
+    EXPECT_FALSE(frame->action("mnu_Options_Compare_Binary")->isChecked());
+    EXPECT_EQ(value("COMPARECONTROL", "FC_A"), "True");
+    EXPECT_EQ(value("COMPARECONTROL", "FC_L"), "True");
+    EXPECT_EQ(value("COMPARECONTROL", "FC_B"), "False");
+    EXPECT_EQ(value("COMPARECONTROL", "FC_U"), "False");
+}
+
+TEST_F(PairviewTest, LastClickedFlagsFollowThePanes) {
+    start();
+    window->dir(Side::Left)->setPath(home.str());
+    QTest::mouseClick(window->files(Side::Left)->viewport(), Qt::LeftButton);
+    QTest::mousePress(window->files(Side::Left)->viewport(), Qt::RightButton);
+    if (QWidget* popup = QApplication::activePopupWidget())
+        popup->close();
+    EXPECT_TRUE(pv::globals().clickedFileOne);
+    window->Dir_Click(Side::Right);
+    EXPECT_FALSE(pv::globals().clickedFileOne);
+    EXPECT_TRUE(pv::globals().clickedDir2);
+    EXPECT_TRUE(pv::globals().rightSideClicked());
+}
+
+TEST_F(PairviewTest, EnterOnHighlightedDirectoryOpensIt) {
+    start();
+    window->dir(Side::Left)->setPath(home.str());
+    pv::DirListBox* dir = window->dir(Side::Left);
+    int sub = -1;
+    for (int i = 0; i < dir->listCount(); ++i)
+        if (dir->item(i) == left)
+            sub = i;
+    ASSERT_GE(sub, 0);
+    dir->setListIndex(sub);
+    QTest::keyClick(dir, Qt::Key_Return);
+    EXPECT_EQ(dir->path(), left);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), left);
+    EXPECT_TRUE(pv::globals().clickedDir1);
+    EXPECT_EQ(names(Side::Left).size(), 3u);
+}
+
+TEST_F(PairviewTest, CloseUnloadsEveryChildAndCompareFormComesBack) {
+    start();
+    frame->Close_Click();
+    QApplication::processEvents();
+    EXPECT_EQ(frame->defaultCompareWindow(false), nullptr);
+    EXPECT_EQ(frame->activeCompareWindow(), nullptr);
+    EXPECT_NE(frame->defaultCompareWindow(true), nullptr);
+}

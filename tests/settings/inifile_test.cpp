@@ -1,0 +1,96 @@
+#include "settings/inifile.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using pv::ini::readValue;
+using pv::ini::writeValue;
+
+struct ReadCase {
+    const char* name;
+    std::string text;
+    const char* section;
+    const char* key;
+    std::string expected;
+};
+
+class IniRead : public ::testing::TestWithParam<ReadCase> {};
+
+TEST_P(IniRead, FindsValue) {
+    const ReadCase& c = GetParam();
+    EXPECT_EQ(readValue(c.text, c.section, c.key), c.expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, IniRead,
+    ::testing::Values(
+        ReadCase{"plain", "[APPLICATION]\r\nEDITOR=Write.exe\r\n", "APPLICATION", "EDITOR",
+                 "Write.exe"},
+        ReadCase{"names_ignore_case", "[application]\nEditor=x\n", "APPLICATION", "EDITOR", "x"},
+        ReadCase{"value_trimmed", "[A]\nEDITOR=  Notepad.exe  \n", "A", "EDITOR",
+                 "Notepad.exe"},
+        ReadCase{"key_blanks_around_equals", "[A]\n  K  =  v\n", "A", "K", "v"},
+        ReadCase{"missing_key", "[A]\nK=v\n", "A", "L", ""},
+        ReadCase{"missing_section", "[A]\nK=v\n", "B", "K", ""},
+        ReadCase{"key_of_other_section", "[A]\nK=a\n[B]\nL=b\n", "A", "L", ""},
+        ReadCase{"first_duplicate_key_wins", "[A]\nK=1\nK=2\n", "A", "K", "1"},
+        ReadCase{"first_duplicate_section_wins", "[A]\nK=1\n[A]\nK=2\nL=3\n", "A", "L", ""},
+        ReadCase{"no_sections", "K=v\nL=w\n", "A", "K", ""},
+        ReadCase{"value_with_equals", "[A]\nK=a=b\n", "A", "K", "a=b"},
+        ReadCase{"cut_at_nul", std::string("[A]\nK=ab\0cd\n", 12), "A", "K", "ab"},
+        ReadCase{"comment_lines_ignored", "; note\n[A]\n;K=no\nK=yes\n", "A", "K", "yes"},
+        ReadCase{"empty_value", "[A]\nK=\n", "A", "K", ""},
+        ReadCase{"long_value_cut_to_254", "[A]\nK=" + std::string(300, 'x') + "\n", "A", "K",
+                 std::string(254, 'x')}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(IniWrite, ReplacesInPlaceAndKeepsOtherLines) {
+    std::string text = "; my notes\r\n[A]\r\nK=old\r\nL=keep\r\n\r\n[B]\r\nK=b\r\n";
+    EXPECT_EQ(writeValue(text, "a", "k", "new"),
+              "; my notes\r\n[A]\r\nk=new\r\nL=keep\r\n\r\n[B]\r\nK=b\r\n");
+}
+
+TEST(IniWrite, NewKeyGoesAfterLastEntryOfItsSection) {
+    std::string text = "[A]\nK=1\n\n[B]\nK=2\n";
+    EXPECT_EQ(writeValue(text, "A", "L", "x"), "[A]\r\nK=1\r\nL=x\r\n\r\n[B]\r\nK=2\r\n");
+}
+
+TEST(IniWrite, NewSectionAppendedAndEmptyValueLeavesKey) {
+    EXPECT_EQ(writeValue("", "APPLICATION", "EDITOR", ""), "[APPLICATION]\r\nEDITOR=\r\n");
+    EXPECT_EQ(writeValue("[A]\r\nK=1\r\n", "B", "K", "2"), "[A]\r\nK=1\r\n[B]\r\nK=2\r\n");
+}
+
+TEST(IniWrite, LineBreakInValueCannotAddLines) {
+    std::string text = writeValue("", "A", "K", "one\r\n[B]\nX=1");
+    EXPECT_EQ(readValue(text, "B", "X"), "");
+    EXPECT_EQ(readValue(text, "A", "K"), "one  [B] X=1");
+}
+
+TEST(IniWrite, UntrimmedValueRoundTripsTrimmed) {
+    std::string text = writeValue("", "A", "EDITOR", "  Notepad.exe  ");
+    EXPECT_EQ(text, "[A]\r\nEDITOR=  Notepad.exe  \r\n");
+    EXPECT_EQ(readValue(text, "A", "EDITOR"), "Notepad.exe");
+}
+
+// Malformed files must read and write without crashing, and a value written into
+// them must read back.
+TEST(IniFuzz, RandomBytesNeverBreakReadOrWrite) {
+    std::mt19937 rng(12345);
+    const std::string alphabet = "[]=;\r\n\t AbKk\0\xff\x80xyz";
+    for (int round = 0; round < 3000; ++round) {
+        std::string text;
+        int len = static_cast<int>(rng() % 200);
+        for (int i = 0; i < len; ++i)
+            text += alphabet[rng() % alphabet.size()];
+        (void)readValue(text, "A", "K");
+        std::string written = writeValue(text, "A", "K", "value");
+        ASSERT_EQ(readValue(written, "A", "K"), "value") << "input: " << testing::PrintToString(text);
+    }
+}
+
+TEST(IniFuzz, HugeLineReadsCut) {
+    std::string text = "[A]\nK=" + std::string(1 << 20, 'z') + "\nL=short\n";
+    EXPECT_EQ(readValue(text, "A", "K").size(), 254u);
+    EXPECT_EQ(readValue(text, "A", "L"), "short");
+}

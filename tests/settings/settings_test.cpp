@@ -1,0 +1,64 @@
+#include "settings/itemlist.h"
+#include "settings/settings.h"
+#include "support/temptree.h"
+
+#include <gtest/gtest.h>
+
+using pv::Settings;
+
+TEST(Settings, MissingFileReadsDefaultsAndFirstWriteCreatesIt) {
+    pvtest::TempDir dir;
+    Settings s(dir / "Pairview.ini");
+    EXPECT_EQ(s.GetIniValue("APPLICATION", "EDITOR", "Write.exe"), "Write.exe");
+    EXPECT_TRUE(s.write("APPLICATION", "EDITOR", "Write.exe"));
+    EXPECT_EQ(pvtest::readFile(dir / "Pairview.ini"), "[APPLICATION]\r\nEDITOR=Write.exe\r\n");
+}
+
+TEST(Settings, ReadersDifferOnShortValuesAndReturnDefaultUntrimmed) {
+    pvtest::TempDir dir;
+    Settings s(dir.write("p.ini", "[A]\nONE=x\nPAD=  Notepad.exe  \nBLANK=   \n"));
+    EXPECT_EQ(s.GetIniValue("A", "ONE", "d"), "x");
+    EXPECT_EQ(s.GetIniValueMin2("A", "ONE", "d"), "d");
+    EXPECT_EQ(s.GetIniValue("A", "PAD", ""), "Notepad.exe");
+    EXPECT_EQ(s.GetIniValueMin2("A", "PAD", ""), "Notepad.exe");
+    EXPECT_EQ(s.GetIniValue("A", "BLANK", " d "), " d ");
+}
+
+TEST(Settings, UnwritableFileIsNotReportedAndKeepsOldValue) {
+    pvtest::TempDir dir;
+    Settings s(dir / "missing-dir/p.ini");
+    EXPECT_FALSE(s.write("A", "K", "v"));
+    EXPECT_EQ(s.GetIniValue("A", "K", "d"), "d");
+}
+
+TEST(Settings, SwitchAndYesNoReaders) {
+    EXPECT_TRUE(pv::IniBool("TRUE"));
+    EXPECT_TRUE(pv::IniBool("true"));
+    EXPECT_FALSE(pv::IniBool("1"));
+    EXPECT_FALSE(pv::IniBool("Yes"));
+    EXPECT_FALSE(pv::IniBool(""));
+    EXPECT_FALSE(pv::IniYes("no"));
+    EXPECT_TRUE(pv::IniYes("1"));
+    EXPECT_TRUE(pv::IniYes("YES"));
+}
+
+TEST(ItemList, GapEndsReadButNotFixedScan) {
+    pvtest::TempDir dir;
+    Settings s(dir.write("p.ini", "[FAVORITES]\nITEM0=/a\nITEM1=\nITEM2=/c\n"));
+    EXPECT_EQ(pv::readItemList(s, "FAVORITES"), std::vector<std::string>{"/a"});
+    auto scan = pv::scanItems(s, "FAVORITES", 0, 3);
+    ASSERT_EQ(scan.size(), 4u);
+    EXPECT_EQ(scan[0], "/a");
+    EXPECT_FALSE(scan[1]);
+    EXPECT_EQ(scan[2], "/c");
+    EXPECT_FALSE(scan[3]);
+    EXPECT_EQ(pv::firstFreeItem(s, "FAVORITES"), 1);
+}
+
+TEST(ItemList, DeleteRenumbersAndEmptiesOldEnd) {
+    pvtest::TempDir dir;
+    Settings s(dir.write("p.ini", "[L]\nITEM0=A\nITEM1=B\nITEM2=C\n"));
+    pv::deleteItem(s, "L", pv::readItemList(s, "L"), 1);
+    EXPECT_EQ(pvtest::readFile(s.path()), "[L]\r\nITEM0=A\r\nITEM1=C\r\nITEM2=\r\n");
+    EXPECT_EQ(pv::readItemList(s, "L"), (std::vector<std::string>{"A", "C"}));
+}
