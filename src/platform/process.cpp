@@ -61,7 +61,7 @@ bool isScriptName(const std::string& name) {
 
 // Owns the actions and attributes of one posix_spawn call.
 class SpawnSetup {
-public:
+  public:
     SpawnSetup() {
         posix_spawn_file_actions_init(&m_actions);
         posix_spawnattr_init(&m_attr);
@@ -84,8 +84,8 @@ pid_t spawn(const std::vector<std::string>& argv, SpawnSetup& setup) {
         args.push_back(const_cast<char*>(a.c_str()));
     args.push_back(nullptr);
     pid_t pid = 0;
-    int rc = ::posix_spawn(&pid, argv[0].c_str(), &setup.m_actions, &setup.m_attr, args.data(),
-                           environ);
+    int rc =
+        ::posix_spawn(&pid, argv[0].c_str(), &setup.m_actions, &setup.m_attr, args.data(), environ);
     if (rc != 0)
         throw RuntimeError::fromErrno(rc, argv[0]);
     return pid;

@@ -8,7 +8,9 @@ namespace pvcmd {
 
 namespace {
 
-char fold(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
+char fold(char c) {
+    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 bool matchFrom(const std::string& p, size_t pi, const std::string& s, size_t si) {
     // Iterative wildcard match with single-star backtracking: linear in practice

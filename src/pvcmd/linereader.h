@@ -15,7 +15,7 @@
 namespace pvcmd {
 
 class LineReader {
-public:
+  public:
     static constexpr size_t kMaxLine = 64 * 1024;
 
     LineReader(std::FILE* file, bool utf16);
@@ -26,7 +26,7 @@ public:
     bool failed() const { return m_failed; }
     int error() const { return m_error; }
 
-private:
+  private:
     bool fillBuffer();
     bool nextBytes(std::string& line);
     bool nextUtf16(std::string& line);

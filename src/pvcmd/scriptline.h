@@ -17,7 +17,7 @@ struct Redirection {
 };
 
 class ScriptLine {
-public:
+  public:
     // Parses a line (no line end). Outside double quotes "^" makes the next
     // character plain text and ">" starts a redirection; a lone digit right
     // before it names the handle. Text around a redirection stays as it is, so
@@ -33,7 +33,7 @@ public:
     // The line as the interpreter shows it when echoing commands.
     std::string display() const;
 
-private:
+  private:
     bool m_hidden = false;
     bool m_malformed = false;
     std::string m_text;

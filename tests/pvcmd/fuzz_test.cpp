@@ -15,7 +15,7 @@
 namespace {
 
 class PathGuard {
-public:
+  public:
     explicit PathGuard(const std::string& path) {
         const char* old = std::getenv("PATH");
         m_old = old ? old : "";
@@ -23,7 +23,7 @@ public:
     }
     ~PathGuard() { ::setenv("PATH", m_old.c_str(), 1); }
 
-private:
+  private:
     std::string m_old;
 };
 
@@ -55,17 +55,23 @@ TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
     // starts with "/", so no redirection can name a file outside the directory.
     PathGuard path(here.dir().mkdir("emptybin"));
     const std::vector<std::string> tokens = {
-        "echo", "ECHO", "echo.", "echo:", "rem", "@", "@echo off", "echo on", "cd", "cd /d",
-        "pushd", "popd", "sub", "\"sub\"", "C:", "fc", "FC", "fc /b", "FC /lb2 /n", "fc /x", "a", "b",
-        "\"a\"", ">", ">>", "2>", "2>&1", "f", "\"g h\"", "missing/y", "sub/x", "^", "^>", "\"",
-        "%", "%1", "%%", "%~1", " ", "  ", "\t", "x", "100%", "&", "|", "exit /b 1", "pause",
-        "nosuch", std::string("\0", 1), "\r", "::"};
+        "echo",    "ECHO",      "echo.", "echo:",     "rem",        "@",      "@echo off",
+        "echo on", "cd",        "cd /d", "pushd",     "popd",       "sub",    "\"sub\"",
+        "C:",      "fc",        "FC",    "fc /b",     "FC /lb2 /n", "fc /x",  "a",
+        "b",       "\"a\"",     ">",     ">>",        "2>",         "2>&1",   "f",
+        "\"g h\"", "missing/y", "sub/x", "^",         "^>",         "\"",     "%",
+        "%1",      "%%",        "%~1",   " ",         "  ",         "\t",     "x",
+        "100%",    "&",         "|",     "exit /b 1", "pause",      "nosuch", std::string("\0", 1),
+        "\r",      "::"};
     std::mt19937 rng(20261123);
-    const std::vector<std::string> knownErrors = {
-        "The system cannot find the path specified.", "Access is denied.",
-        "The syntax of the command is incorrect.",    "The input line is too long.",
-        "There is not enough space on the disk.",     "operable program or batch file.",
-        "FC: ",                                       "'"};
+    const std::vector<std::string> knownErrors = {"The system cannot find the path specified.",
+                                                  "Access is denied.",
+                                                  "The syntax of the command is incorrect.",
+                                                  "The input line is too long.",
+                                                  "There is not enough space on the disk.",
+                                                  "operable program or batch file.",
+                                                  "FC: ",
+                                                  "'"};
     for (int round = 0; round < 3000; ++round) {
         std::string script;
         int lines = 1 + static_cast<int>(rng() % 6);
@@ -88,8 +94,7 @@ TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
             bool known = false;
             for (const std::string& prefix : knownErrors)
                 known = known || startsWith(line, prefix);
-            ASSERT_TRUE(known) << "unexpected error line [" << line << "] from script:\n"
-                               << script;
+            ASSERT_TRUE(known) << "unexpected error line [" << line << "] from script:\n" << script;
         }
         // Scripts may cd into sub; every round starts from the top again.
         ASSERT_EQ(::chdir(here.dir().str().c_str()), 0);
@@ -120,8 +125,8 @@ std::vector<std::string> referenceLines(const std::string& bytes) {
 }
 
 std::string randomText(std::mt19937& rng) {
-    static const std::string alphabet[] = {"A", "B", "C", "a", " ", "\t", "\r", "\n", "\n",
-                                           "\n", std::string("\0", 1)};
+    static const std::string alphabet[] = {
+        "A", "B", "C", "a", " ", "\t", "\r", "\n", "\n", "\n", std::string("\0", 1)};
     std::string text;
     int length = static_cast<int>(rng() % 40);
     for (int i = 0; i < length; ++i)
@@ -132,8 +137,8 @@ std::string randomText(std::mt19937& rng) {
 TEST(Fuzz, FcTextReportsAreConsistentWithTheFiles) {
     pvcmdtest::InTempDir here;
     std::mt19937 rng(42);
-    const std::vector<std::string> optional = {"/a", "/c", "/w", "/t", "/lb1", "/lb3", "/lb5",
-                                               "/1", "/3"};
+    const std::vector<std::string> optional = {"/a",   "/c",   "/w", "/t", "/lb1",
+                                               "/lb3", "/lb5", "/1", "/3"};
     for (int round = 0; round < 2000; ++round) {
         std::string text1 = randomText(rng);
         // Often a small edit of the first file, so that resynchronisation happens.

@@ -60,15 +60,22 @@ TEST_P(ScriptLineParse, SplitsTextAndRedirections) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, ScriptLineParse,
     ::testing::Values(
-        ParseCase{"BlankBeforeOperatorIsText", "echo foo >>f", "echo foo ", {{1, true, "f"}}, false},
+        ParseCase{
+            "BlankBeforeOperatorIsText", "echo foo >>f", "echo foo ", {{1, true, "f"}}, false},
         ParseCase{"NoBlank", "echo foo>f", "echo foo", {{1, false, "f"}}, false},
-        ParseCase{"QuotedTargetWithBlanks", "fc \"a\" \"b\"  >> \"/p q/r.txt\"", "fc \"a\" \"b\"  ",
-                  {{1, true, "/p q/r.txt"}}, false},
+        ParseCase{"QuotedTargetWithBlanks",
+                  "fc \"a\" \"b\"  >> \"/p q/r.txt\"",
+                  "fc \"a\" \"b\"  ",
+                  {{1, true, "/p q/r.txt"}},
+                  false},
         ParseCase{"OperatorInsideQuotesIsText", "echo \"a > b\"", "echo \"a > b\"", {}, false},
         ParseCase{"CaretEscapes", "echo a^>b^^c", "echo a>b^c", {}, false},
         ParseCase{"LoneDigitIsHandle", "cmd 2>>err.txt", "cmd ", {{2, true, "err.txt"}}, false},
         ParseCase{"AttachedDigitIsText", "echo a2>f", "echo a2", {{1, false, "f"}}, false},
-        ParseCase{"HandleDuplication", "cmd >o 2>&1", "cmd  ", {{1, false, "o"}, {2, false, "&1"}},
+        ParseCase{"HandleDuplication",
+                  "cmd >o 2>&1",
+                  "cmd  ",
+                  {{1, false, "o"}, {2, false, "&1"}},
                   false},
         ParseCase{"TextAfterTargetKept", "echo a > f b", "echo a  b", {{1, false, "f"}}, false},
         ParseCase{"AtHides", "  @echo off", "echo off", {}, true},
@@ -77,7 +84,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(ExpandArguments, ReplacesOnlyKnownForms) {
     const std::vector<std::string> args = {"s.cmd", "\"a b\"", "x"};
-    EXPECT_EQ(pvcmd::expandArguments("%0 %1 %~1 %2 [%3] %% 100%", args), "s.cmd \"a b\" a b x [] % 100");
+    EXPECT_EQ(pvcmd::expandArguments("%0 %1 %~1 %2 [%3] %% 100%", args),
+              "s.cmd \"a b\" a b x [] % 100");
     EXPECT_EQ(pvcmd::expandArguments("%* end", args), "\"a b\" x end");
     EXPECT_EQ(pvcmd::expandArguments("%path% %~9", args), "path ");
 }
@@ -119,8 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
         EchoCase{"AttachedDigitIsText", "echo a2>f\r\n", "a2\n", ""},
         EchoCase{"NulSwallowsOutput", "echo gone > NUL\r\necho kept>f 2>nul\r\n", "kept \n", ""},
         EchoCase{"LfOnlyScript", "echo a\necho b\n", nullptr, "a\nb\n"},
-        EchoCase{"RemRunsNothing", "rem echo x > f & echo y\r\nREM\r\n:: echo z\r\n", nullptr,
-                 ""}),
+        EchoCase{"RemRunsNothing", "rem echo x > f & echo y\r\nREM\r\n:: echo z\r\n", nullptr, ""}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(Interpreter, EchoOnShowsPromptAndCommand) {
@@ -169,7 +176,9 @@ TEST(Interpreter, DirectoryCommands) {
                                  "popd\r\n"
                                  "C:\r\n"
                                  "/\r\n"
-                                 "\"" + top + "\"\r\n"
+                                 "\"" +
+                                 top +
+                                 "\"\r\n"
                                  "echo 5 > mark5\r\n");
     EXPECT_EQ(readFile(top + "/sub dir/mark1"), "1 \r\n");
     EXPECT_EQ(readFile(top + "/sub dir/inner/mark2"), "2 \r\n");
@@ -243,8 +252,12 @@ TEST(Interpreter, StartWaitsOnlyWhenAsked) {
     const std::string waited = here.dir() / "waited.txt";
     const std::string detached = here.dir() / "detached.txt";
     Captured run = runScriptText("@echo off\r\n"
-                                 "start \"title\" /wait /min " + prog + " w " + waited + "\r\n"
-                                 "start " + prog + " d " + detached + "\r\n"
+                                 "start \"title\" /wait /min " +
+                                 prog + " w " + waited +
+                                 "\r\n"
+                                 "start " +
+                                 prog + " d " + detached +
+                                 "\r\n"
                                  "cd\r\n");
     // The waited program finished before the next line; the detached one need not have.
     EXPECT_EQ(pvtest::readFile(waited), "w\n");

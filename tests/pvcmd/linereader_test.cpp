@@ -45,15 +45,24 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"EmptyLinesKept", "\n\nx\n", false, {"", "", "x"}},
         ReadCase{"OneCrDropped", "a\r\nb\r\r\nc\r", false, {"a", "b\r", "c\r"}},
         ReadCase{"NulEndsLine", std::string("a\0b\0\nc", 6), false, {"a", "b", "", "c"}},
-        ReadCase{"Utf16LittleEndianWithBom", std::string("\xFF\xFE" "a\0\r\0\n\0b\0", 10), true,
+        ReadCase{"Utf16LittleEndianWithBom",
+                 std::string("\xFF\xFE"
+                             "a\0\r\0\n\0b\0",
+                             10),
+                 true,
                  {"a", "b"}},
-        ReadCase{"Utf16BigEndian", std::string("\xFE\xFF\0a\0\n\0\xE9", 8), true,
-                 {"a", "\xC3\xA9"}},
+        ReadCase{
+            "Utf16BigEndian", std::string("\xFE\xFF\0a\0\n\0\xE9", 8), true, {"a", "\xC3\xA9"}},
         ReadCase{"Utf16NoBomIsLittleEndian", std::string("x\0\n\0", 4), true, {"x"}},
-        ReadCase{"Utf16SurrogatePair", std::string("\x3D\xD8\x00\xDE", 4), true,
-                 {"\xF0\x9F\x98\x80"}},
-        ReadCase{"Utf16LoneSurrogateReplaced", std::string("\x3D\xD8" "a\0", 4), true,
-                 {"\xEF\xBF\xBD" "a"}},
+        ReadCase{
+            "Utf16SurrogatePair", std::string("\x3D\xD8\x00\xDE", 4), true, {"\xF0\x9F\x98\x80"}},
+        ReadCase{"Utf16LoneSurrogateReplaced",
+                 std::string("\x3D\xD8"
+                             "a\0",
+                             4),
+                 true,
+                 {"\xEF\xBF\xBD"
+                  "a"}},
         ReadCase{"Utf16OddTrailingByte", std::string("a\0b", 3), true, {"ab"}}),
     [](const auto& info) { return std::string(info.param.name); });
 
@@ -61,8 +70,8 @@ TEST(LineReader, LongLinesComeInBoundedPiecesAcrossReadBlocks) {
     // Longer than the read block too, with a CR LF straddling nothing special.
     std::string big(300000, 'q');
     Lines lines = readAll("s\n" + big + "\r\nend\n", false);
-    ASSERT_EQ(lines.size(), 2u + (big.size() + pvcmd::LineReader::kMaxLine - 1) /
-                                     pvcmd::LineReader::kMaxLine);
+    ASSERT_EQ(lines.size(),
+              2u + (big.size() + pvcmd::LineReader::kMaxLine - 1) / pvcmd::LineReader::kMaxLine);
     std::string joined;
     for (size_t i = 1; i + 1 < lines.size(); ++i) {
         EXPECT_LE(lines[i].size(), pvcmd::LineReader::kMaxLine);
@@ -91,10 +100,15 @@ struct MaskCase {
 
 TEST(FileMask, MatchesWithoutCase) {
     const MaskCase rows[] = {
-        {"*.txt", "a.TXT", true},    {"*.txt", "a.txt.bak", false}, {"a?c", "abc", true},
-        {"a?c", "ac", false},        {"*.*", "noext", true},        {"*", "", true},
+        {"*.txt", "a.TXT", true},
+        {"*.txt", "a.txt.bak", false},
+        {"a?c", "abc", true},
+        {"a?c", "ac", false},
+        {"*.*", "noext", true},
+        {"*", "", true},
         {"*a*a*b", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaac", false},
-        {"x*y*z", "xAyBz", true},    {"[a].txt", "[A].TXT", true},
+        {"x*y*z", "xAyBz", true},
+        {"[a].txt", "[A].TXT", true},
     };
     for (const MaskCase& row : rows)
         EXPECT_EQ(pvcmd::FileMask(row.mask).matches(row.name), row.matches)

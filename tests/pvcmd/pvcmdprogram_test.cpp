@@ -43,7 +43,7 @@ ProgramRun runPvcmd(const pvtest::TempDir& dir, const std::vector<std::string>& 
 }
 
 class EnvGuard {
-public:
+  public:
     EnvGuard(const char* name, const std::string& value) : m_name(name) {
         if (const char* old = std::getenv(name)) {
             m_had = true;
@@ -58,7 +58,7 @@ public:
             ::unsetenv(m_name);
     }
 
-private:
+  private:
     const char* m_name;
     bool m_had = false;
     std::string m_old;
@@ -83,13 +83,17 @@ TEST(PvcmdProgram, CompareScriptRunsEndToEnd) {
     const std::string results = prog + "/Pairview.txt";
     // Byte for byte what the compare writes, a vanished file included.
     std::string script = "\r\nrem ---------- Start 2026-11-23 01:00:00 -----------\r\n\r\n"
-                         "\r\nfc /lb100 /2 \"" + left + "/same.txt\" \"" + right +
-                         "/same.txt\"  >> " + results + "\r\n"
-                         "\r\nfc /lb100 /2 \"" + left + "/gone.txt\" \"" + right +
-                         "/gone.txt\"  >> " + results + "\r\n"
-                         "\r\nfc /lb100 /2 \"" + left + "/x.txt\" \"" + right +
-                         "/x.txt\"  >> " + results + "\r\n"
-                         "\r\nWrite.exe \"" + results + "\"\r\n\r\n";
+                         "\r\nfc /lb100 /2 \"" +
+                         left + "/same.txt\" \"" + right + "/same.txt\"  >> " + results +
+                         "\r\n"
+                         "\r\nfc /lb100 /2 \"" +
+                         left + "/gone.txt\" \"" + right + "/gone.txt\"  >> " + results +
+                         "\r\n"
+                         "\r\nfc /lb100 /2 \"" +
+                         left + "/x.txt\" \"" + right + "/x.txt\"  >> " + results +
+                         "\r\n"
+                         "\r\nWrite.exe \"" +
+                         results + "\"\r\n\r\n";
     std::string scriptPath = dir.write("prog/Pairview.cmd", script);
 
     long pid = pv::startDetached(pv::quoteArgument(scriptPath), prog);
@@ -98,13 +102,20 @@ TEST(PvcmdProgram, CompareScriptRunsEndToEnd) {
     for (int i = 0; i < 1000 && (args = readFile(dir / "editor-args.txt")).empty(); ++i)
         ::usleep(10000);
     EXPECT_EQ(args, results + "\n");
-    EXPECT_EQ(readFile(results),
-              crlf("Comparing files " + left + "/same.txt and " + right + "/same.txt\n"
-                   "FC: no differences encountered\n\n"
-                   "FC: cannot open " + left + "/gone.txt - No such file or folder\n"
-                   "Comparing files " + left + "/x.txt and " + right + "/x.txt\n"
-                   "***** " + left + "/x.txt\none\ntwo\nthree\n"
-                   "***** " + right + "/x.txt\none\n2\nthree\n*****\n\n"));
+    EXPECT_EQ(readFile(results), crlf("Comparing files " + left + "/same.txt and " + right +
+                                      "/same.txt\n"
+                                      "FC: no differences encountered\n\n"
+                                      "FC: cannot open " +
+                                      left +
+                                      "/gone.txt - No such file or folder\n"
+                                      "Comparing files " +
+                                      left + "/x.txt and " + right +
+                                      "/x.txt\n"
+                                      "***** " +
+                                      left +
+                                      "/x.txt\none\ntwo\nthree\n"
+                                      "***** " +
+                                      right + "/x.txt\none\n2\nthree\n*****\n\n"));
     // What the script showed outside its redirections went to its log.
     std::string log = readFile(scriptPath + ".log");
     EXPECT_NE(log.find(prog + ">Write.exe \"" + results + "\" "), std::string::npos) << log;
