@@ -1,20 +1,8 @@
 #include "app/commandline.h"
+#include "platform/textutil.h"
 
-#include <cctype>
 
 namespace pv {
-
-namespace {
-
-std::string trimBlanks(const std::string& s) {
-    std::size_t b = s.find_first_not_of(' ');
-    if (b == std::string::npos)
-        return {};
-    std::size_t e = s.find_last_not_of(' ');
-    return s.substr(b, e - b + 1);
-}
-
-} // namespace
 
 std::string joinArguments(const std::vector<std::string>& args) {
     std::string text;
@@ -28,7 +16,7 @@ std::string joinArguments(const std::vector<std::string>& args) {
 
 std::optional<std::string> settingsPathFromCommandLine(const std::string& commandLine) {
     std::optional<std::string> path;
-    std::string rest = trimBlanks(commandLine);
+    std::string rest(trimBlanks(commandLine));
     int count = 0;
     while (!rest.empty()) {
         ++count;
@@ -36,14 +24,12 @@ std::optional<std::string> settingsPathFromCommandLine(const std::string& comman
         std::size_t blank = rest.find(' ');
         if (blank != std::string::npos) {
             token = rest.substr(0, blank);
-            rest = trimBlanks(rest.substr(blank));
+            rest = std::string(trimBlanks(std::string_view(rest).substr(blank)));
         } else {
             token = rest;
             rest.clear();
         }
-        for (char& c : token)
-            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        token = trimBlanks(token);
+        token = toUpper(trimBlanks(token));
         if (token == "-INI" || token == "/INI") {
             // The path word stays in the rest and is examined as the next token.
             std::size_t next = rest.find(' ');

@@ -1,4 +1,5 @@
 #include "app/recentfiles.h"
+#include "platform/textutil.h"
 
 #include "settings/itemlist.h"
 
@@ -11,33 +12,19 @@ namespace {
 
 const char* const kSection = "RECENTFILES";
 
-std::string trimmed(const std::string& text) {
-    const auto blank = [](unsigned char c) { return c == ' ' || c == '\t'; };
-    auto first = std::find_if_not(text.begin(), text.end(), blank);
-    auto last = std::find_if_not(text.rbegin(), text.rend(), blank).base();
-    return first < last ? std::string(first, last) : std::string();
-}
-
-bool equalNoCase(const std::string& a, const std::string& b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-               return std::toupper(static_cast<unsigned char>(x)) ==
-                      std::toupper(static_cast<unsigned char>(y));
-           });
-}
-
 std::string readEntry(const Settings& settings, int index) {
-    return trimmed(settings.GetIniValueMin2(kSection, itemKey(index), ""));
+    return std::string(trimBlanks(settings.GetIniValueMin2(kSection, itemKey(index), ""), " \t"));
 }
 
 } // namespace
 
 void AddRecent(std::string& path, const Settings& settings) {
-    path = trimmed(path);
+    path = std::string(trimBlanks(path, " \t"));
     if (path.empty())
         return;
     int found = -1;
     for (int i = 0; i <= kRecentLastItem; ++i) {
-        if (equalNoCase(readEntry(settings, i), path))
+        if (equalsNoCase(readEntry(settings, i), path))
             found = i;
     }
     // The shift reads each entry again just before it is moved, so the entries

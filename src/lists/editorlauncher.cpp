@@ -1,4 +1,5 @@
 #include "lists/editorlauncher.h"
+#include "platform/textutil.h"
 
 #include "app/errorpolicy.h"
 #include "lists/launchrules.h"
@@ -10,22 +11,6 @@
 #include <cctype>
 
 namespace pv {
-
-namespace {
-
-std::string upper(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
-}
-
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
-} // namespace
 
 std::string EditorLauncher::editor() const {
     return m_settings.GetIniValueMin2("APPLICATION", "EDITOR", "Write.exe");
@@ -45,7 +30,7 @@ long EditorLauncher::runEditor(const std::string& path) {
         return 0;
     }
     const std::string e = editor();
-    if (upper(e) == "INTERNAL") {
+    if (toUpper(e) == "INTERNAL") {
         m_host.loadIntoEditor(quoted(path));
         return 0;
     }
@@ -56,7 +41,7 @@ long EditorLauncher::runEditor(const std::string& path) {
 }
 
 long EditorLauncher::runEditorAssociation(const std::string& editorName, const std::string& path) {
-    if (upper(editorName) == "INTERNAL") {
+    if (toUpper(editorName) == "INTERNAL") {
         m_host.loadIntoEditor(quoted(path));
         return 0;
     }
@@ -94,9 +79,9 @@ long EditorLauncher::GetRelatedEXEforFileType(const std::string& path) {
 
 void EditorLauncher::openWith(const std::string& caption, const std::string& file) {
     skipOnError([&] {
-        if (lower(caption) == "open by association")
+        if (toLower(caption) == "open by association")
             m_host.openInActiveCompareWindow(file);
-        else if (upper(caption) == "INTERNAL")
+        else if (toUpper(caption) == "INTERNAL")
             m_host.loadIntoEditor(file);
         else
             runEditorAssociation(caption, file);
@@ -107,7 +92,7 @@ void EditorLauncher::showCaptureInQueryTool(const std::vector<std::string>& open
                                             const std::string& capturePath) {
     bool found = false;
     for (const std::string& caption : openWithCaptions) {
-        if (upper(caption).find("ISQL") == std::string::npos)
+        if (toUpper(caption).find("ISQL") == std::string::npos)
             continue;
         found = true;
         runEditorAssociation(caption, capturePath);

@@ -1,31 +1,12 @@
 #include "lists/launchrules.h"
+#include "compare/filelisting.h"
+#include "platform/textutil.h"
 
 #include <algorithm>
 #include <cctype>
 
 namespace pv {
 
-namespace {
-
-std::string upper(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
-    return text;
-}
-
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return text;
-}
-
-std::string joinPath(const std::string& directory, const std::string& name) {
-    if (!directory.empty() && directory.back() == '/')
-        return directory + name;
-    return directory + "/" + name;
-}
-
-} // namespace
 
 const char* const kExecutableWarning =
     "File extension is not in my list as valid associations\r\n"
@@ -39,7 +20,7 @@ const char* const kSelectFileLastClicked =
 const char* const kNoIsqlEditor = "ISQL editor was not found in the editor list. So I won't guess";
 
 bool isExecutableType(const std::string& path) {
-    const std::string u = upper(path);
+    const std::string u = toUpper(path);
     for (const char* ext : {".EXE", ".CMD", ".BAT", ".REG"}) {
         if (u.find(ext) != std::string::npos)
             return true;
@@ -48,7 +29,7 @@ bool isExecutableType(const std::string& path) {
 }
 
 bool isQueryTool(const std::string& program) {
-    return lower(program).find("isqlw.exe") != std::string::npos;
+    return toLower(program).find("isqlw.exe") != std::string::npos;
 }
 
 std::string collapseDoubledQuotes(const std::string& text) {

@@ -1,4 +1,5 @@
 #include "settings/settings.h"
+#include "platform/textutil.h"
 
 #include "platform/textfile.h"
 #include "settings/inifile.h"
@@ -6,17 +7,6 @@
 #include <cctype>
 
 namespace pv {
-
-namespace {
-
-std::string upper(std::string_view s) {
-    std::string out(s);
-    for (char& c : out)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return out;
-}
-
-} // namespace
 
 std::string Settings::read(std::string_view section, std::string_view key) const {
     std::string text;
@@ -51,8 +41,8 @@ bool Settings::write(std::string_view section, std::string_view key,
     }
 }
 
-bool IniBool(std::string_view text) { return upper(text) == "TRUE"; }
+bool IniBool(std::string_view text) { return toUpper(text) == "TRUE"; }
 
-bool IniYes(std::string_view text) { return upper(text) != "NO"; }
+bool IniYes(std::string_view text) { return toUpper(text) != "NO"; }
 
 } // namespace pv

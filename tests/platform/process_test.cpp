@@ -1,3 +1,4 @@
+#include "support/envguard.h"
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
 #include "support/temptree.h"
@@ -12,32 +13,12 @@
 #include <thread>
 #include <unistd.h>
 
+using pvtest::EnvGuard;
+
 namespace {
 
 using Words = std::vector<std::string>;
 
-// Sets an environment variable for one test and puts the old value back.
-class EnvGuard {
-  public:
-    EnvGuard(const char* name, const std::string& value) : m_name(name) {
-        if (const char* old = std::getenv(name)) {
-            m_had = true;
-            m_old = old;
-        }
-        ::setenv(name, value.c_str(), 1);
-    }
-    ~EnvGuard() {
-        if (m_had)
-            ::setenv(m_name, m_old.c_str(), 1);
-        else
-            ::unsetenv(m_name);
-    }
-
-  private:
-    const char* m_name;
-    bool m_had = false;
-    std::string m_old;
-};
 
 std::string writeExecutable(const pvtest::TempDir& dir, const std::string& name,
                             const std::string& body) {

@@ -1,6 +1,7 @@
 // The pvcmd program end to end: scripts as Pairview writes them, started the way
 // Pairview starts them, and the tools run directly from a shell.
 
+#include "support/envguard.h"
 #include "pvcmdtestutil.h"
 
 #include "platform/process.h"
@@ -12,6 +13,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using pvtest::EnvGuard;
 
 namespace {
 
@@ -42,27 +45,6 @@ ProgramRun runPvcmd(const pvtest::TempDir& dir, const std::vector<std::string>& 
     return run;
 }
 
-class EnvGuard {
-  public:
-    EnvGuard(const char* name, const std::string& value) : m_name(name) {
-        if (const char* old = std::getenv(name)) {
-            m_had = true;
-            m_old = old;
-        }
-        ::setenv(name, value.c_str(), 1);
-    }
-    ~EnvGuard() {
-        if (m_had)
-            ::setenv(m_name, m_old.c_str(), 1);
-        else
-            ::unsetenv(m_name);
-    }
-
-  private:
-    const char* m_name;
-    bool m_had = false;
-    std::string m_old;
-};
 
 TEST(PvcmdProgram, CompareScriptRunsEndToEnd) {
     pvtest::TempDir dir;

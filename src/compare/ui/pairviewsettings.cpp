@@ -1,6 +1,7 @@
 // Loading the settings file into a compare window and into the main window's menus.
 
 #include "app/errorpolicy.h"
+#include "platform/textutil.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
 #include "app/ui/mdiform1.h"
@@ -18,19 +19,6 @@
 namespace pv {
 
 namespace {
-
-std::string upper(std::string s) {
-    for (char& c : s)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return s;
-}
-
-std::string trimmed(const std::string& s) {
-    std::size_t b = s.find_first_not_of(' ');
-    if (b == std::string::npos)
-        return {};
-    return s.substr(b, s.find_last_not_of(' ') - b + 1);
-}
 
 // The order in which the switch keys are loaded; the fc boxes follow "FC_W".
 const char* const kCompareKeys[] = {"LIST_DateTime", "LIST_Length", "CMPR_SUB_DIRECTORIES",
@@ -126,7 +114,7 @@ void Pairview::LoadINISettings() {
             start = comma + 1;
         }
         if (!pattern.empty()) {
-            QString wanted = QString::fromStdString(trimmed(pattern));
+            QString wanted = QString::fromStdString(std::string(trimBlanks(pattern)));
             for (int i = 0; i < m_filePatternCombo->count(); ++i)
                 if (m_filePatternCombo->itemText(i) == wanted) {
                     m_filePatternCombo->setCurrentIndex(i);
@@ -138,7 +126,7 @@ void Pairview::LoadINISettings() {
     // 7. The association switch.
     step([&] {
         std::string associated = settings.GetIniValue("APPLICATION", "ASSOCIATED", "NO");
-        menuItem("UseAssociated")->setChecked(upper(associated) != "NO");
+        menuItem("UseAssociated")->setChecked(toUpper(associated) != "NO");
     });
 
     // 8. The editor, written back so that the key always exists after a start.
@@ -163,12 +151,12 @@ void Pairview::LoadINISettings() {
         std::vector<std::string> editors = readItemList(settings, "EDITORS");
         for (std::size_t n = 0; n < editors.size(); ++n) {
             m_editorList->addItem(QString::fromStdString(editors[n]));
-            if (upper(trimmed(editors[n])) == "INTERNAL")
+            if (toUpper(trimBlanks(editors[n])) == "INTERNAL")
                 internalListed = true;
             skipOnError([&] {
                 if (n + 1 <= 20) {
                     QAction* a = arrayItem("mnuEditor", static_cast<int>(n + 1));
-                    a->setText(QString::fromStdString(trimmed(editors[n])));
+                    a->setText(QString::fromStdString(std::string(trimBlanks(editors[n]))));
                     a->setVisible(true);
                 }
             });
