@@ -9,6 +9,19 @@
 
 namespace pv {
 
+namespace {
+DriveListBox::DriveSource& driveSource() {
+    static DriveListBox::DriveSource source = mountedDrives;
+    return source;
+}
+} // namespace
+
+DriveListBox::DriveSource DriveListBox::setDriveSource(DriveSource source) {
+    DriveSource previous = driveSource();
+    driveSource() = source ? std::move(source) : DriveSource(mountedDrives);
+    return previous;
+}
+
 DriveListBox::DriveListBox(QWidget* parent) : QComboBox(parent) {
     refreshDrives();
     connect(this, &QComboBox::activated, this, &DriveListBox::onActivated);
@@ -19,7 +32,7 @@ std::string DriveListBox::drive() const { return m_drive; }
 void DriveListBox::refreshDrives() {
     QSignalBlocker block(this);
     clear();
-    for (const std::string& d : mountedDrives())
+    for (const std::string& d : driveSource()())
         addItem(QString::fromStdString(d));
     int at = findText(QString::fromStdString(m_drive));
     setCurrentIndex(at >= 0 ? at : 0);

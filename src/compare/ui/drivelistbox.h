@@ -3,6 +3,9 @@
 // mount point. Setting a drive that is not (or no longer) mounted fails.
 
 #include <QComboBox>
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace pv {
 
@@ -17,6 +20,11 @@ public:
     void setDrive(const std::string& drive);
     // Re-reads the mounted file systems, keeping the current drive.
     void refreshDrives();
+
+    // Where every drive list reads its drives (the mounted file systems unless
+    // replaced); returns the previous source.
+    using DriveSource = std::function<std::vector<std::string>()>;
+    static DriveSource setDriveSource(DriveSource source);
 
 signals:
     void changed();

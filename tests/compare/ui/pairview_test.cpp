@@ -239,3 +239,19 @@ TEST_F(PairviewTest, CloseUnloadsEveryChildAndCompareFormComesBack) {
     EXPECT_EQ(frame->activeCompareWindow(), nullptr);
     EXPECT_NE(frame->defaultCompareWindow(true), nullptr);
 }
+
+TEST_F(PairviewTest, ChoosingADriveWritesDriveThenDirectory) {
+    std::string usb = home.mkdir("usb");
+    home.write("usb/on-usb.txt", "x");
+    auto previous = pv::DriveListBox::setDriveSource([usb] {
+        return std::vector<std::string>{"/", usb};
+    });
+    start();
+    window->dir(Side::Left)->setPath(left);
+    window->drive(Side::Left)->setDrive(usb);
+    EXPECT_EQ(window->dir(Side::Left)->path(), usb);
+    EXPECT_EQ(names(Side::Left), std::vector<std::string>{"on-usb.txt"});
+    EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), usb);
+    pv::DriveListBox::setDriveSource(previous);
+}
