@@ -1,6 +1,11 @@
 #include "results/ui/resultslist.h"
 
 #include "app/errorpolicy.h"
+#include "app/programpaths.h"
+#include "app/ui/formregistry.h"
+#include "app/ui/mdiform1.h"
+#include "compare/filelisting.h"
+#include "compare/ui/pairview.h"
 #include "platform/prompter.h"
 #include "platform/textfile.h"
 #include "results/resultsnavigation.h"
@@ -76,6 +81,33 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     connect(m_nextDifference, &QPushButton::clicked, this, &ResultsList::NextDifference_Click);
     connect(m_print, &QPushButton::clicked, this, &ResultsList::PrintButton_Click);
     m_sincePaint.start();
+}
+
+ResultsList* ResultsList::instance(bool create) {
+    for (QWidget* form : FormRegistry::openForms())
+        if (auto* r = qobject_cast<ResultsList*>(form))
+            return r;
+    if (!create)
+        return nullptr;
+    auto* r = new ResultsList;
+    r->setSingleCompare([](const std::string& f1, const std::string& d1, const std::string& f2,
+                           const std::string& d2) {
+        if (MDIForm1* frame = mainWindow())
+            if (Pairview* window = frame->activeCompareWindow())
+                dispatchCommand("ResultsList", [&] { window->compare_singles(f1, d1, f2, d2); });
+    });
+    r->setEditorLauncher([](const std::string& path) {
+        if (MDIForm1* frame = mainWindow())
+            frame->runEditor(path);
+    });
+    r->setListFilePath(joinPath(globals().paths.programDirectory, "PairviewList.txt"));
+    if (MDIForm1* frame = mainWindow()) {
+        frame->showChild(r);
+    } else {
+        FormRegistry::add(r);
+        r->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    return r;
 }
 
 void ResultsList::setCntl(std::string_view value) {

@@ -24,6 +24,12 @@ class ResultsList : public QWidget, public CompareObserver {
 public:
     explicit ResultsList(QWidget* parent = nullptr);
 
+    // The one results window of the program, opened (as a child of the main
+    // window when there is one) on first use; nullptr when it is not open and
+    // `create` is false. A click on a matched or different line compares that
+    // pair in the active compare window; "print" opens its file in the editor.
+    static ResultsList* instance(bool create = true);
+
     // What a click on a matched or different line does: compare the pair
     // (fileName, dir1, fileName, dir2) in the active compare window.
     using SingleCompare = std::function<void(const std::string& fileName1, const std::string& dir1,
