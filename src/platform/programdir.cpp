@@ -54,7 +54,9 @@ std::string resolveProgramDirectory() {
     if (const char* home = std::getenv("PAIRVIEW_HOME"); home && *home) {
         std::error_code ec;
         fs::create_directories(home, ec);
-        return withoutTrailingSeparator(home);
+        std::string dir = withoutTrailingSeparator(home);
+        copyShippedFilesInto(dir);
+        return dir;
     }
     std::string exeDir = executableDirectory();
     if (::access(exeDir.c_str(), W_OK) == 0)

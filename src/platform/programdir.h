@@ -10,8 +10,8 @@ std::string executableDirectory();
 
 // The program directory: $PAIRVIEW_HOME when set; else the executable's directory
 // when it is writable; else the per-user data directory ($XDG_DATA_HOME/pairview,
-// or ~/.local/share/pairview), created when missing. In the last two cases the
-// shipped files (CompareSelectedFile.cmd) are copied in when missing.
+// or ~/.local/share/pairview), created when missing. Unless it is the executable's
+// directory, the shipped files (CompareSelectedFile.cmd) are copied in when missing.
 std::string resolveProgramDirectory();
 
 // Where the shipped files are found: the executable's directory when it holds

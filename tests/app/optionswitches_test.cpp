@@ -206,3 +206,34 @@ TEST(SwitchClick, PairSequence) {
 }
 
 } // namespace
+
+#include "settings/settings.h"
+#include "support/temptree.h"
+
+namespace {
+
+// The click writes straight through to the settings file.
+TEST(SwitchClick, SettingsFileAfterEachClick) {
+    pvtest::TempDir dir;
+    pv::Settings settings(dir / "Pairview.ini");
+    MenuStates states;
+    auto write = [&](const SettingWrite& w) { settings.write(w.section, w.key, w.value); };
+
+    pv::clickSwitch("mnu_Options_Compare_Binary", states, write);
+    EXPECT_EQ(settings.read(CC, "FC_B"), "True");
+    EXPECT_EQ(settings.read(CC, "FC_L"), "False");
+
+    pv::clickSwitch("mnu_Options_Compare_Ascii_a", states, write);
+    EXPECT_EQ(settings.read(CC, "FC_A"), "True");
+    EXPECT_EQ(settings.read(CC, "FC_L"), "True");
+    EXPECT_EQ(settings.read(CC, "FC_B"), "False");
+    EXPECT_EQ(settings.read(CC, "FC_U"), "False");
+
+    pv::clickSwitch("mnu_Dir_a_a", states, write);
+    pv::clickSwitch("mnu_Dir_a_a_not", states, write);
+    EXPECT_EQ(settings.read(DC, "DIR_AA"), "False");
+    EXPECT_EQ(settings.read(DC, "DIR_AA_NOT"), "True");
+    EXPECT_EQ(settings.read(FC, "B"), ""); // untouched sections stay unwritten
+}
+
+} // namespace

@@ -2,6 +2,7 @@
 
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
+#include "app/recentfiles.h"
 #include "app/ui/formregistry.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
@@ -263,34 +264,7 @@ Pairview* MDIForm1::activeCompareWindow() const {
     return nullptr;
 }
 
-void MDIForm1::AddRecent(std::string& path) {
-    auto trim = [](std::string s) {
-        std::size_t b = s.find_first_not_of(' ');
-        if (b == std::string::npos)
-            return std::string();
-        return s.substr(b, s.find_last_not_of(' ') - b + 1);
-    };
-    auto upper = [](std::string s) {
-        for (char& c : s)
-            c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-        return s;
-    };
-    path = trim(path);
-    if (path.empty())
-        return;
-    Settings s = programSettings();
-    auto key = [](int i) { return "ITEM" + std::to_string(i); };
-    int found = -1;
-    for (int i = 0; i <= 20; ++i)
-        if (upper(trim(s.GetIniValueMin2("RECENTFILES", key(i), ""))) == upper(path))
-            found = i;
-    for (int i = found >= 0 ? found - 1 : 19; i >= 0; --i) {
-        std::string v = trim(s.GetIniValueMin2("RECENTFILES", key(i), ""));
-        if (!v.empty())
-            s.write("RECENTFILES", key(i + 1), v);
-    }
-    s.write("RECENTFILES", "ITEM0", path);
-}
+void MDIForm1::AddRecent(std::string& path) { pv::AddRecent(path, programSettings()); }
 
 long MDIForm1::runEditor(const std::string& path) {
     std::string editor = programSettings().GetIniValueMin2("APPLICATION", "EDITOR", "Write.exe");

@@ -1,0 +1,20 @@
+#pragma once
+// Copies one file so that the destination is never seen half-written: the bytes
+// go to a temporary file in the destination's directory, which then replaces the
+// destination by rename. The copy keeps the source's last-write time.
+
+#include <string>
+
+namespace pvcmd {
+
+struct FileCopyResult {
+    bool ok = false;
+    int error = 0; // errno of the failing step
+};
+
+// `keepMode`: the copy gets the source's permission bits as they are; otherwise
+// the owner may always write it (the system tool clears the read-only attribute).
+FileCopyResult copyFileAtomic(const std::string& source, const std::string& destination,
+                              bool keepMode, bool verify);
+
+} // namespace pvcmd

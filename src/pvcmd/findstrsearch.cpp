@@ -1,0 +1,101 @@
+#include "pvcmd/findstrsearch.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace pvcmd {
+
+namespace {
+
+size_t lineStartBefore(std::string_view buffer, size_t floor, size_t pos) {
+    if (pos <= floor)
+        return floor;
+    const void* nl = ::memrchr(buffer.data() + floor, '\n', pos - floor);
+    return nl ? static_cast<size_t>(static_cast<const char*>(nl) - buffer.data()) + 1 : floor;
+}
+
+// Index just past the line end of the line holding `pos` (buffer size when none).
+size_t lineEndAfter(std::string_view buffer, size_t pos) {
+    if (pos >= buffer.size())
+        return buffer.size();
+    const void* nl = ::memchr(buffer.data() + pos, '\n', buffer.size() - pos);
+    return nl ? static_cast<size_t>(static_cast<const char*>(nl) - buffer.data()) + 1
+              : buffer.size();
+}
+
+} // namespace
+
+bool hasNonPrintable(std::string_view bytes) {
+    for (char ch : bytes) {
+        auto c = static_cast<unsigned char>(ch);
+        if ((c < 0x20 && !(c >= '\t' && c <= '\r')) || c == 0x7f)
+            return true;
+    }
+    return false;
+}
+
+bool FindstrSearch::searchBuffer(std::string_view name, std::string_view buffer,
+                                 std::string& out) const {
+    bool reported = false;
+    size_t lineNumber = 1;   // number of the line starting at `counted`
+    size_t counted = 0;
+    auto report = [&](size_t start, size_t end) {
+        reported = true;
+        if (m_options.namesOnly)
+            return;
+        if (m_options.showNames) {
+            out.append(name);
+            out += ':';
+        }
+        if (m_options.lineNumbers) {
+            lineNumber += static_cast<size_t>(
+                std::count(buffer.data() + counted, buffer.data() + start, '\n'));
+            counted = start;
+            out += std::to_string(lineNumber);
+            out += ':';
+        }
+        if (m_options.offsets) {
+            out += std::to_string(start);
+            out += ':';
+        }
+        out.append(buffer.substr(start, end - start));
+    };
+
+    // A position at the very end is inside a line only when the last line has no
+    // newline; an empty match there must not invent a line.
+    const bool openLastLine = !buffer.empty() && buffer.back() != '\n';
+    size_t pos = 0;
+    while (pos < buffer.size()) {
+        size_t match = m_matcher.find(buffer, pos);
+        bool valid = match != std::string_view::npos &&
+                     (match < buffer.size() || (match == buffer.size() && openLastLine));
+        size_t matchLine = valid ? lineStartBefore(buffer, pos, match) : buffer.size();
+        if (m_options.invert) {
+            while (pos < matchLine) {
+                size_t end = lineEndAfter(buffer, pos);
+                report(pos, end);
+                if (m_options.namesOnly)
+                    return true;
+                pos = end;
+            }
+            if (!valid)
+                break;
+            pos = lineEndAfter(buffer, matchLine);
+        } else {
+            if (!valid)
+                break;
+            size_t end = lineEndAfter(buffer, match);
+            report(matchLine, end);
+            if (m_options.namesOnly)
+                break;
+            pos = end;
+        }
+    }
+    if (reported && m_options.namesOnly) {
+        out.append(name);
+        out += "\r\n";
+    }
+    return reported;
+}
+
+} // namespace pvcmd

@@ -1,0 +1,38 @@
+#pragma once
+// One findstr run over buffers: finds the lines to report (matching, or with /v
+// not matching) and writes them with their prefixes, as "name:line:offset:text".
+
+#include "pvcmd/findstrmatcher.h"
+
+#include <string>
+#include <string_view>
+
+namespace pvcmd {
+
+struct FindstrReportOptions {
+    bool invert = false;        // /v
+    bool lineNumbers = false;   // /n
+    bool offsets = false;       // /o
+    bool namesOnly = false;     // /m
+    bool showNames = false;     // more than one file can be searched
+};
+
+class FindstrSearch {
+public:
+    FindstrSearch(const FindstrMatcher& matcher, const FindstrReportOptions& options)
+        : m_matcher(matcher), m_options(options) {}
+
+    // Searches one file's bytes, appending the report to `out`; true when a line was
+    // reported (or, with /m, the name).
+    bool searchBuffer(std::string_view name, std::string_view buffer, std::string& out) const;
+
+private:
+    const FindstrMatcher& m_matcher;
+    FindstrReportOptions m_options;
+};
+
+// True when `bytes` holds a control character other than tab, LF, VT, FF and CR
+// (what /p skips).
+bool hasNonPrintable(std::string_view bytes);
+
+} // namespace pvcmd

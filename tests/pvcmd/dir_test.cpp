@@ -1,0 +1,215 @@
+#include "pvcmd/dirformat.h"
+#include "support/temptree.h"
+#include "toolrun.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <sys/stat.h>
+
+using pvcmd::DirFormat;
+
+namespace {
+
+// Times of the crafted tree (UTC).
+constexpr long long kAlpha = 1651641420;  // 05/04/2022 05:17 AM
+constexpr long long kBeta = 1101812700;   // 11/30/2004 11:05 AM
+constexpr long long kSub = 1568985480;    // 09/20/2019 01:18 PM
+constexpr long long kTop = 1609545600;    // 01/02/2021 12:00 AM
+constexpr long long kInner = 1592224200;  // 06/15/2020 12:30 PM
+constexpr long long kHidden = 1677887940; // 03/03/2023 11:59 PM
+
+std::string golden(const std::string& name) {
+    std::ifstream in(std::string(PV_TEST_DATA_DIR) + "/golden/" + name, std::ios::binary);
+    std::stringstream ss;
+    ss << in.rdbuf();
+    return ss.str();
+}
+
+class DirListing : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setenv("TZ", "UTC", 1);
+        tzset();
+        m_dir.write("top/alpha.txt", std::string(12345, 'a'));
+        m_dir.write("top/Beta.log", "");
+        m_dir.write("top/.hid", "abc");
+        m_dir.write("top/sub/c.txt", "c");
+        m_dir.write("top/sub/inner.txt", std::string(1000, 'i'));
+        pvtest::setMTime(m_dir / "top/alpha.txt", kAlpha);
+        pvtest::setMTime(m_dir / "top/Beta.log", kBeta);
+        pvtest::setMTime(m_dir / "top/.hid", kHidden);
+        pvtest::setMTime(m_dir / "top/sub/c.txt", kBeta);
+        pvtest::setMTime(m_dir / "top/sub/inner.txt", kInner);
+        pvtest::setMTime(m_dir / "top/sub", kSub);
+        pvtest::setMTime(m_dir / "top", kTop);
+        pvtest::setMTime(m_dir.str(), kTop);
+    }
+
+    // Output with the machine-dependent parts replaced: volume lines, the temporary
+    // directory, the free space. Checks the CR LF line ends and drops the CRs.
+    std::string normalised(const std::string& out) const {
+        std::string text;
+        std::istringstream lines(out);
+        std::string line;
+        while (std::getline(lines, line)) {
+            EXPECT_TRUE(!line.empty() && line.back() == '\r') << "line without CR: " << line;
+            if (!line.empty() && line.back() == '\r')
+                line.pop_back();
+            text += line + "\n";
+        }
+        text = std::regex_replace(text, std::regex("^ Volume in drive \\S+ (has no label\\.|is .+)\n"),
+                                  " Volume in drive VOLUME has no label.\n");
+        text = std::regex_replace(text, std::regex(" Volume Serial Number is [0-9A-F]{4}-[0-9A-F]{4}\n"),
+                                  " Volume Serial Number is XXXX-XXXX\n");
+        text = std::regex_replace(text, std::regex(" Dir\\(s\\) +[0-9,]+ bytes free"),
+                                  " Dir(s)  FREE bytes free");
+        size_t pos;
+        while ((pos = text.find(m_dir.str())) != std::string::npos)
+            text.replace(pos, m_dir.str().size(), "ROOT");
+        return text;
+    }
+
+    pvtest::ToolResult run(pvcmd::ToolArgs args, const std::string& where = "top") {
+        return pvtest::runTool(pvcmd::dirMain, m_dir / where, args);
+    }
+
+    pvtest::TempDir m_dir;
+};
+
+TEST_F(DirListing, DefaultLayout) {
+    auto r = run({});
+    EXPECT_EQ(normalised(r.out), golden("tools-dir-default.txt"));
+    EXPECT_EQ(r.code, 0);
+}
+
+TEST_F(DirListing, SubdirectoriesWithTotals) {
+    auto r = run({"/s", "*.txt"});
+    EXPECT_EQ(normalised(r.out), golden("tools-dir-s.txt"));
+}
+
+TEST_F(DirListing, WideAndByColumn) {
+    for (int i = 0; i < 9; ++i)
+        m_dir.write("top/file" + std::to_string(i) + ".dat", "x");
+    EXPECT_EQ(normalised(run({"/w"}).out), golden("tools-dir-w.txt"));
+    EXPECT_EQ(normalised(run({"/d"}).out), golden("tools-dir-d.txt"));
+}
+
+// Each row lists only the entry lines (between the blank lines) of one run in "top".
+struct EntryRow {
+    const char* name;
+    pvcmd::ToolArgs args;
+    std::vector<std::string> names; // the names, in order, as the last column shows them
+};
+
+class DirEntries : public DirListing, public ::testing::WithParamInterface<EntryRow> {};
+
+TEST_P(DirEntries, ListsTheseNamesInOrder) {
+    auto r = run(GetParam().args);
+    std::vector<std::string> names;
+    std::istringstream lines(r.out);
+    std::string line;
+    while (std::getline(lines, line)) {
+        line.pop_back();
+        // Entry lines start with the date.
+        if (std::regex_search(line, std::regex("^\\d\\d/\\d\\d/\\d{4}  ")))
+            names.push_back(line.substr(line.rfind(' ') + 1));
+    }
+    EXPECT_EQ(names, GetParam().names);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Switches, DirEntries,
+    ::testing::Values(
+        EntryRow{"DefaultHidesDotFiles", {}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
+        EntryRow{"AllAttributes", {"/a"}, {".", "..", ".hid", "alpha.txt", "Beta.log", "sub"}},
+        EntryRow{"OnlyDirectories", {"/a:d"}, {".", "..", "sub"}},
+        EntryRow{"NoDirectoriesShowsHidden", {"/a-d"}, {".hid", "alpha.txt", "Beta.log"}},
+        EntryRow{"OnlyHidden", {"/ah"}, {".hid"}},
+        EntryRow{"NeverSystem", {"/a:s"}, {}},
+        EntryRow{"FilesNotHidden", {"/a:-d-h"}, {"alpha.txt", "Beta.log"}},
+        EntryRow{"OrderAloneGroupsDirectories", {"/o"}, {".", "..", "sub", "alpha.txt", "Beta.log"}},
+        EntryRow{"BySizeReversed", {"/o:-s"}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
+        EntryRow{"ByDate", {"/od"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
+        EntryRow{"ByExtensionThenName", {"/o:en"}, {".", "..", "sub", "Beta.log", "alpha.txt"}},
+        EntryRow{"LowerCase", {"/l", "b*"}, {"beta.log"}},
+        // Concatenated switches as the find-file script writes them.
+        EntryRow{"ConcatenatedSwitches", {"/a:-d/o:-n/l"}, {"beta.log", "alpha.txt", ".hid"}},
+        EntryRow{"MaskWithDirectory", {"sub/*.txt"}, {"c.txt", "inner.txt"}},
+        EntryRow{"NamedDirectory", {"sub"}, {".", "..", "c.txt", "inner.txt"}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(DirListing, BareNamesAndFullPathsWithS) {
+    EXPECT_EQ(run({"/b"}).out, "alpha.txt\r\nBeta.log\r\nsub\r\n");
+    auto r = run({"/b", "/s", "*.txt"});
+    std::string root = m_dir / "top";
+    EXPECT_EQ(r.out, root + "/alpha.txt\r\n" + root + "/sub/c.txt\r\n" + root + "/sub/inner.txt\r\n");
+}
+
+TEST_F(DirListing, EntryColumnsWithoutSeparatorsOwnerShortNameAndTimeField) {
+    auto r = run({"/-c", "/q", "/x", "alpha.txt"});
+    std::string out = normalised(r.out);
+    EXPECT_NE(out.find("05/04/2022  05:17 AM             12345              "), std::string::npos)
+        << out;
+    EXPECT_NE(out.find("               1 File(s)          12345 bytes\n"), std::string::npos) << out;
+    EXPECT_EQ(out.substr(out.find("12345") + 5 + 1 + 12 + 1 + 23, 9), "alpha.txt") << out;
+}
+
+TEST_F(DirListing, NothingFound) {
+    auto r = run({"*.none"});
+    EXPECT_EQ(r.err, "File Not Found\r\n");
+    EXPECT_EQ(r.code, 1);
+    EXPECT_NE(normalised(r.out).find(" Directory of ROOT/top\n"), std::string::npos);
+    EXPECT_EQ(normalised(r.out).find("File(s)"), std::string::npos);
+}
+
+TEST_F(DirListing, MissingDirectory) {
+    auto r = run({"nodir/*.txt"});
+    EXPECT_EQ(r.err, "The system cannot find the path specified.\r\n");
+    EXPECT_EQ(r.code, 1);
+}
+
+TEST_F(DirListing, BadSwitch) {
+    auto r = run({"/z"});
+    EXPECT_EQ(r.err, "Invalid switch - \"z\".\r\n");
+    EXPECT_EQ(r.out, "");
+}
+
+TEST_F(DirListing, HelpText) {
+    auto r = run({"/?"});
+    EXPECT_EQ(r.out.substr(0, 61), "Displays a list of files and subdirectories in a directory.\r\n");
+    EXPECT_EQ(r.code, 0);
+}
+
+TEST(DirFormatLines, SummaryAndSizeFields) {
+    EXPECT_EQ(DirFormat::filesLine(2, 12345, true), "               2 File(s)         12,345 bytes");
+    EXPECT_EQ(DirFormat::dirsLine(5, 10452459520ULL, true),
+              "               5 Dir(s)  10,452,459,520 bytes free");
+    // Wider numbers widen the field instead of being cut.
+    EXPECT_EQ(DirFormat::dirsLine(5, 1234567890123456ULL, false),
+              "               5 Dir(s)  1234567890123456 bytes free");
+    EXPECT_EQ(DirFormat::sizeField("<DIR>", 0, true), "<DIR>         ");
+    EXPECT_EQ(DirFormat::sizeField("", 1234567, true), "     1,234,567");
+}
+
+TEST(DirFormatLines, TwelveHourClock) {
+    setenv("TZ", "UTC", 1);
+    tzset();
+    EXPECT_EQ(DirFormat::dateTime({0, 0}), "01/01/1970  12:00 AM");
+    EXPECT_EQ(DirFormat::dateTime({12 * 3600 + 5 * 60, 0}), "01/01/1970  12:05 PM");
+    EXPECT_EQ(DirFormat::dateTime({23 * 3600 + 59 * 60, 0}), "01/01/1970  11:59 PM");
+}
+
+TEST(DirFormatLines, WideColumnsFitEightyCharacters) {
+    std::vector<std::string> names(7, std::string(24, 'n'));
+    auto lines = DirFormat::wide(names, false);
+    ASSERT_EQ(lines.size(), 3u); // 26-character columns: three per line
+    EXPECT_EQ(lines[0].size(), 26u * 2 + 24);
+    EXPECT_EQ(lines[2], std::string(24, 'n'));
+}
+
+} // namespace

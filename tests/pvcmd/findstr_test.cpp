@@ -1,0 +1,208 @@
+#include "pvcmd/findstrmatcher.h"
+#include "support/temptree.h"
+#include "toolrun.h"
+
+#include <gtest/gtest.h>
+
+using pvcmd::FindstrMatcher;
+using pvtest::runTool;
+
+namespace {
+
+struct MatchRow {
+    const char* name;
+    pvcmd::ToolArgs args; // switches and strings; the file "t.txt" is appended
+    std::string expected;
+};
+
+// The file every matching row searches: CR LF and LF lines, last line unterminated.
+const char* kText = "Hello world\r\n"
+                    "hello there\n"
+                    "say hello\r\n"
+                    "\n"
+                    "a^bc and $5\n"
+                    "x.y.z\n"
+                    "the end";
+
+class FindstrMatching : public ::testing::TestWithParam<MatchRow> {};
+
+TEST_P(FindstrMatching, ReportsTheExpectedLines) {
+    pvtest::TempDir dir;
+    dir.write("t.txt", kText);
+    pvcmd::ToolArgs args = GetParam().args;
+    args.push_back("t.txt");
+    auto r = runTool(pvcmd::findstrMain, dir.str(), args);
+    EXPECT_EQ(r.out, GetParam().expected);
+    EXPECT_EQ(r.code, GetParam().expected.empty() ? 1 : 0);
+    EXPECT_EQ(r.err, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Switches, FindstrMatching,
+    ::testing::Values(
+        MatchRow{"CaseSensitiveByDefault", {"hello"}, "hello there\nsay hello\r\n"},
+        MatchRow{"IgnoreCase", {"/i", "hello"}, "Hello world\r\nhello there\nsay hello\r\n"},
+        MatchRow{"WordsMatchAny", {"there end"}, "hello there\nthe end"},
+        MatchRow{"QuotedStringIsOne", {"/c:say hello"}, "say hello\r\n"},
+        MatchRow{"SeveralCStrings", {"/c:the end", "/c:world"}, "Hello world\r\nthe end"},
+        MatchRow{"BeginOfLine", {"/b", "hello"}, "hello there\n"},
+        // The CR before LF is line end, not text; the unterminated last line has none.
+        MatchRow{"EndOfLine", {"/e", "hello"}, "say hello\r\n"},
+        MatchRow{"EndNeedsNewline", {"/e", "end"}, ""},
+        MatchRow{"WholeLine", {"/x", "/c:say hello"}, "say hello\r\n"},
+        MatchRow{"WholeLineRejectsPart", {"/x", "hello"}, ""},
+        MatchRow{"Invert", {"/v", "/i", "hello"}, "\na^bc and $5\nx.y.z\nthe end"},
+        MatchRow{"LineNumbers", {"/n", "hello"}, "2:hello there\n3:say hello\r\n"},
+        MatchRow{"Offsets", {"/o", "hello"}, "13:hello there\n25:say hello\r\n"},
+        MatchRow{"NumbersAndOffsets", {"/n", "/o", "/i", "world"}, "1:0:Hello world\r\n"},
+        MatchRow{"NamesOnly", {"/m", "hello"}, "t.txt\r\n"},
+        MatchRow{"DotIsRegexByDefault", {"x.z"}, ""},
+        MatchRow{"DotMatchesAnyChar", {"y.z"}, "x.y.z\n"},
+        MatchRow{"LiteralSwitchKeepsDot", {"/l", "y.z"}, "x.y.z\n"},
+        MatchRow{"LiteralDotNotAny", {"/l", "e.d"}, ""},
+        MatchRow{"CStringLiteralByDefault", {"/c:x.y"}, "x.y.z\n"},
+        MatchRow{"CStringLiteralDotNotAny", {"/c:h.llo"}, ""},
+        MatchRow{"CStringRegexWithR", {"/r", "/c:h.llo"}, "hello there\nsay hello\r\n"},
+        MatchRow{"CaretInsideIsLiteral", {"/r", "a^bc"}, "a^bc and $5\n"},
+        MatchRow{"DollarInsideIsLiteral", {"/r", "$5"}, "a^bc and $5\n"},
+        MatchRow{"AnchoredRegex", {"/r", "^hel.*re$"}, "hello there\n"},
+        MatchRow{"Class", {"/r", "[xyz]\\.z"}, "x.y.z\n"},
+        MatchRow{"NegatedClass", {"/r", "^[^hsaxt]"}, "Hello world\r\n"},
+        MatchRow{"Range", {"/r", "^[A-H]"}, "Hello world\r\n"},
+        MatchRow{"WordStart", {"/r", "\\<there"}, "hello there\n"},
+        MatchRow{"WordStartRejectsInside", {"/r", "\\<ello"}, ""},
+        MatchRow{"WordEnd", {"/r", "ell\\>"}, ""},
+        MatchRow{"EmptyLineByRegex", {"/r", "/n", "^$"}, "4:\n"},
+        // No "+" or "?" in the dialect: they are plain characters.
+        MatchRow{"PlusIsLiteral", {"/r", "l+o"}, ""},
+        MatchRow{"StarRepeatsPrevious", {"/r", "/n", "hel*o"}, "2:hello there\n3:say hello\r\n"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(FindstrRegexTranslation, KeepsMetacharactersOfPcreLiteral) {
+    EXPECT_EQ(FindstrMatcher::translateRegex("a+(b)|c?"), "a\\+\\(b\\)\\|c\\?");
+    EXPECT_EQ(FindstrMatcher::translateRegex("[a-c]*$"), "[a-c]*(?=\\r?\\n)");
+    // An unterminated class is a literal bracket, not an error.
+    EXPECT_EQ(FindstrMatcher::translateRegex("[ab"), "\\[ab");
+}
+
+TEST(FindstrRegexDetection, DecidesTheDefaultMode) {
+    EXPECT_TRUE(FindstrMatcher::looksLikeRegex("a.b"));
+    EXPECT_TRUE(FindstrMatcher::looksLikeRegex("^ab"));
+    EXPECT_TRUE(FindstrMatcher::looksLikeRegex("ab$"));
+    EXPECT_FALSE(FindstrMatcher::looksLikeRegex("a^b"));
+    EXPECT_FALSE(FindstrMatcher::looksLikeRegex("a$b"));
+    EXPECT_FALSE(FindstrMatcher::looksLikeRegex("plain words"));
+}
+
+// A tree with two levels for the file-selection rows.
+class FindstrFiles : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_dir.write("a.c", "int needle;\n");
+        m_dir.write("b.h", "// needle here\r\nnothing\r\n");
+        m_dir.write("c.txt", "needle in text\n");
+        m_dir.write(".hidden.c", "needle hidden\n");
+        m_dir.write("sub/d.c", "no match\nneedle deep\n");
+        m_dir.write("sub/deeper/e.H", "needle upper mask\n");
+        m_dir.write(".git/f.c", "needle in dot dir\n");
+    }
+    pvtest::ToolResult run(pvcmd::ToolArgs args, const std::string& input = {}) {
+        return runTool(pvcmd::findstrMain, m_dir.str(), args, input);
+    }
+    pvtest::TempDir m_dir;
+};
+
+TEST_F(FindstrFiles, SingleNamedFileHasNoPrefix) {
+    auto r = run({"needle", "a.c"});
+    EXPECT_EQ(r.out, "int needle;\n");
+}
+
+TEST_F(FindstrFiles, SeveralNamesGetPrefixes) {
+    auto r = run({"/n", "needle", "c.txt", "a.c"});
+    EXPECT_EQ(r.out, "c.txt:1:needle in text\na.c:1:int needle;\n");
+}
+
+TEST_F(FindstrFiles, MasksInCurrentDirectorySkipDotFiles) {
+    auto r = run({"needle", "*.c", "*.H"});
+    EXPECT_EQ(r.out, "a.c:int needle;\nb.h:// needle here\r\n");
+    EXPECT_EQ(r.code, 0);
+}
+
+TEST_F(FindstrFiles, SubdirectoriesAreRelativeToStart) {
+    auto r = run({"/s", "/c:needle", "*.c", "*.h"});
+    EXPECT_EQ(r.out, "a.c:int needle;\n"
+                     "b.h:// needle here\r\n"
+                     "sub/d.c:needle deep\n"
+                     "sub/deeper/e.H:needle upper mask\n");
+}
+
+TEST_F(FindstrFiles, SubdirectoriesWithNamesOnlyAndPlainName) {
+    auto r = run({"/s", "/m", "needle", "d.c"});
+    EXPECT_EQ(r.out, "sub/d.c\r\n");
+}
+
+TEST_F(FindstrFiles, MaskWithDirectoryPart) {
+    auto r = run({"/n", "needle", "sub/*.c"});
+    EXPECT_EQ(r.out, "sub/d.c:2:needle deep\n");
+}
+
+TEST_F(FindstrFiles, MissingFilesAreReportedAndSearchGoesOn) {
+    auto r = run({"needle", "nope.txt", "*.cfg", "a.c"});
+    EXPECT_EQ(r.err, "FINDSTR: Cannot open nope.txt\r\nFINDSTR: Cannot open *.cfg\r\n");
+    EXPECT_EQ(r.out, "a.c:int needle;\n");
+    EXPECT_EQ(r.code, 0);
+}
+
+TEST_F(FindstrFiles, MissingFileWithoutMatchIsAnError) {
+    auto r = run({"needle", "nope.txt"});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_EQ(r.out, "");
+}
+
+TEST_F(FindstrFiles, DirectoryListSwitch) {
+    auto r = run({"/d:sub;sub/deeper", "needle", "*.*"});
+    EXPECT_EQ(r.out, "sub/d.c:needle deep\nsub/deeper/e.H:needle upper mask\n");
+}
+
+TEST_F(FindstrFiles, FileListFromStandardInput) {
+    auto r = run({"/f:/", "needle"}, "c.txt\r\nsub/d.c\r\n");
+    EXPECT_EQ(r.out, "c.txt:needle in text\nsub/d.c:needle deep\n");
+}
+
+TEST_F(FindstrFiles, StringsFromFile) {
+    m_dir.write("strings.lst", "deep\r\nint\r\n");
+    auto r = run({"/g:strings.lst", "/s", "*.c"});
+    EXPECT_EQ(r.out, "a.c:int needle;\nsub/d.c:needle deep\n");
+}
+
+TEST_F(FindstrFiles, StandardInputWithoutFiles) {
+    auto r = run({"/n", "b"}, "a\nb\nc\n");
+    EXPECT_EQ(r.out, "2:b\n");
+}
+
+TEST_F(FindstrFiles, NonPrintableFilesSkippedOnlyWithP) {
+    m_dir.write("bin.dat", std::string("needle\0\x01\n", 9));
+    EXPECT_EQ(run({"/p", "/m", "needle", "*.dat"}).code, 1);
+    EXPECT_EQ(run({"/m", "needle", "*.dat"}).out, "bin.dat\r\n");
+}
+
+TEST_F(FindstrFiles, OfflineAndColourAccepted) {
+    auto r = run({"/offline", "/a:1f", "needle", "a.c"});
+    EXPECT_EQ(r.out, "int needle;\n");
+}
+
+TEST_F(FindstrFiles, BadCommandLines) {
+    for (const pvcmd::ToolArgs& args :
+         {pvcmd::ToolArgs{}, pvcmd::ToolArgs{"/q", "x", "a.c"}, pvcmd::ToolArgs{"/i"}}) {
+        auto r = run(args);
+        EXPECT_EQ(r.err, "FINDSTR: Bad command line\r\n");
+        EXPECT_EQ(r.code, 2);
+    }
+}
+
+TEST_F(FindstrFiles, AbsolutePathIsAFileNotASwitch) {
+    auto r = run({"/c:needle", m_dir / "a.c"});
+    EXPECT_EQ(r.out, "int needle;\n");
+}
+
+} // namespace

@@ -1,0 +1,234 @@
+#include "support/temptree.h"
+#include "toolrun.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr long long kOld = 1101812700; // 2004
+constexpr long long kNew = 1651641420; // 2022
+
+class Xcopy : public ::testing::Test {
+protected:
+    void SetUp() override {
+        unsetenv("COPYCMD");
+        m_dir.write("L/a.txt", "alpha");
+        m_dir.write("L/b.log", "beta");
+        m_dir.write("L/.hidden", "h");
+        m_dir.write("L/sub/c.txt", "gamma");
+        m_dir.mkdir("L/empty");
+        m_dir.mkdir("R");
+    }
+    pvtest::ToolResult run(pvcmd::ToolArgs args, const std::string& input = {}) {
+        return pvtest::runTool(pvcmd::xcopyMain, m_dir.str(), args, input);
+    }
+    std::string read(const std::string& rel) const { return pvtest::readFile(m_dir / rel); }
+    bool exists(const std::string& rel) const { return fs::exists(m_dir / rel); }
+
+    pvtest::TempDir m_dir;
+};
+
+TEST_F(Xcopy, FileIntoDirectoryGivenAsStarDotStar) {
+    // The copy line Pairview's script writes: absolute paths, "dir/*.*" target.
+    auto r = run({m_dir / "L/a.txt", m_dir / "R/*.*"});
+    EXPECT_EQ(r.out, m_dir / "L/a.txt" + "\r\n1 File(s) copied\r\n");
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(read("R/a.txt"), "alpha");
+}
+
+TEST_F(Xcopy, KeepsLastWriteTimeAndLeavesNoTemporaryFile) {
+    pvtest::setMTime(m_dir / "L/a.txt", kOld);
+    run({"L/a.txt", "R/"});
+    struct stat st;
+    ASSERT_EQ(::stat((m_dir / "R/a.txt").c_str(), &st), 0);
+    EXPECT_EQ(st.st_mtime, kOld);
+    EXPECT_EQ(std::distance(fs::directory_iterator(m_dir / "R"), fs::directory_iterator()), 1);
+}
+
+TEST_F(Xcopy, WildcardSkipsHiddenUnlessH) {
+    auto r = run({"L/*", "R"});
+    EXPECT_EQ(r.out, "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n");
+    EXPECT_FALSE(exists("R/.hidden"));
+    r = run({"/h", "/y", "L/*", "R"});
+    EXPECT_EQ(r.out, "L/.hidden\r\nL/a.txt\r\nL/b.log\r\n3 File(s) copied\r\n");
+}
+
+TEST_F(Xcopy, SubdirectoriesWithAndWithoutEmptyOnes) {
+    auto r = run({"L", "S", "/s", "/i"});
+    EXPECT_EQ(r.out, "L/a.txt\r\nL/b.log\r\nL/sub/c.txt\r\n3 File(s) copied\r\n");
+    EXPECT_EQ(read("S/sub/c.txt"), "gamma");
+    EXPECT_FALSE(exists("S/empty"));
+    run({"L", "E", "/e", "/i", "/q"});
+    EXPECT_TRUE(fs::is_directory(m_dir / "E/empty"));
+}
+
+TEST_F(Xcopy, MaskAppliesInEverySubdirectory) {
+    auto r = run({"L/*.txt", "T/", "/s"});
+    EXPECT_EQ(r.out, "L/a.txt\r\nL/sub/c.txt\r\n2 File(s) copied\r\n");
+    EXPECT_FALSE(exists("T/b.log"));
+}
+
+TEST_F(Xcopy, TreeOnlyCreatesDirectories) {
+    auto r = run({"L", "T", "/t", "/e", "/i"});
+    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
+    EXPECT_TRUE(fs::is_directory(m_dir / "T/sub"));
+    EXPECT_FALSE(exists("T/sub/c.txt"));
+}
+
+// Overwrite answers, read from the input; end of input answers No.
+struct OverwriteRow {
+    const char* name;
+    pvcmd::ToolArgs switches;
+    std::string input;
+    std::string expectedOut;
+    std::string aContent, bContent;
+};
+
+class XcopyOverwrite : public Xcopy, public ::testing::WithParamInterface<OverwriteRow> {};
+
+TEST_P(XcopyOverwrite, AsksOrNot) {
+    m_dir.write("R/a.txt", "old a");
+    m_dir.write("R/b.log", "old b");
+    pvcmd::ToolArgs args = {"L/*.*", "R"};
+    args.insert(args.end(), GetParam().switches.begin(), GetParam().switches.end());
+    auto r = run(args, GetParam().input);
+    EXPECT_EQ(r.out, GetParam().expectedOut);
+    EXPECT_EQ(read("R/a.txt"), GetParam().aContent);
+    EXPECT_EQ(read("R/b.log"), GetParam().bContent);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Answers, XcopyOverwrite,
+    ::testing::Values(
+        OverwriteRow{"EndOfInputIsNo", {}, "",
+                     "Overwrite R/a.txt (Yes/No/All)? \r\nOverwrite R/b.log (Yes/No/All)? \r\n"
+                     "0 File(s) copied\r\n",
+                     "old a", "old b"},
+        OverwriteRow{"YesThenNo", {}, "y\nn\n",
+                     "Overwrite R/a.txt (Yes/No/All)? y\r\nL/a.txt\r\n"
+                     "Overwrite R/b.log (Yes/No/All)? n\r\n1 File(s) copied\r\n",
+                     "alpha", "old b"},
+        OverwriteRow{"AllStopsAsking", {}, "All\r\n",
+                     "Overwrite R/a.txt (Yes/No/All)? All\r\nL/a.txt\r\nL/b.log\r\n"
+                     "2 File(s) copied\r\n",
+                     "alpha", "beta"},
+        OverwriteRow{"YesSwitch", {"/y"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n",
+                     "alpha", "beta"},
+        OverwriteRow{"QuietAndYes", {"/q", "/y"}, "", "2 File(s) copied\r\n", "alpha", "beta"},
+        OverwriteRow{"ListOnlyCopiesNothing", {"/l"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s)\r\n",
+                     "old a", "old b"},
+        // A later /-y wins over an earlier /y.
+        OverwriteRow{"PromptSwitchWins", {"/y", "/-y"}, "n\nn\n",
+                     "Overwrite R/a.txt (Yes/No/All)? n\r\nOverwrite R/b.log (Yes/No/All)? n\r\n"
+                     "0 File(s) copied\r\n",
+                     "old a", "old b"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(Xcopy, CopycmdCanSayYes) {
+    m_dir.write("R/a.txt", "old a");
+    setenv("COPYCMD", "/Y", 1);
+    auto r = run({"L/a.txt", "R"});
+    unsetenv("COPYCMD");
+    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
+}
+
+TEST_F(Xcopy, NewerOnlyAndSinceDate) {
+    m_dir.write("R/a.txt", "old a");
+    m_dir.write("R/b.log", "old b");
+    pvtest::setMTime(m_dir / "L/a.txt", kNew);
+    pvtest::setMTime(m_dir / "R/a.txt", kOld);
+    pvtest::setMTime(m_dir / "L/b.log", kOld);
+    pvtest::setMTime(m_dir / "R/b.log", kNew);
+    auto r = run({"/d", "/y", "L/*.*", "R"});
+    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
+    setenv("TZ", "UTC", 1);
+    r = run({"/d:01-01-2010", "/l", "L/*.*", "R"});
+    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s)\r\n");
+}
+
+TEST_F(Xcopy, OnlyExistingWithU) {
+    m_dir.write("R/b.log", "old b");
+    auto r = run({"/u", "/y", "L/*.*", "R"});
+    EXPECT_EQ(r.out, "L/b.log\r\n1 File(s) copied\r\n");
+}
+
+TEST_F(Xcopy, FullNames) {
+    auto r = run({"/f", "L/a.txt", "R"});
+    EXPECT_EQ(r.out, m_dir / "L/a.txt" + " -> " + m_dir / "R/a.txt" + "\r\n1 File(s) copied\r\n");
+}
+
+TEST_F(Xcopy, AsksFileOrDirectoryForUnknownTarget) {
+    auto r = run({"L/a.txt", "newname"}, "f\n");
+    EXPECT_EQ(r.out, "Does newname specify a file name\r\nor directory name on the target\r\n"
+                     "(F = file, D = directory)? f\r\nL/a.txt\r\n1 File(s) copied\r\n");
+    EXPECT_EQ(read("newname"), "alpha");
+    r = run({"L/a.txt", "newdir"}, "x\nd\n");
+    EXPECT_EQ(read("newdir/a.txt"), "alpha");
+    r = run({"L/a.txt", "third"});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_FALSE(exists("third"));
+}
+
+TEST_F(Xcopy, ReadOnlyTargetNeedsR) {
+    m_dir.write("R/a.txt", "old a");
+    fs::permissions(m_dir / "R/a.txt", fs::perms::owner_write, fs::perm_options::remove);
+    auto r = run({"/y", "L/a.txt", "R"});
+    EXPECT_EQ(r.err, "Access denied\r\n");
+    EXPECT_EQ(r.code, 5);
+    EXPECT_EQ(read("R/a.txt"), "old a");
+    r = run({"/y", "/r", "L/a.txt", "R"});
+    EXPECT_EQ(read("R/a.txt"), "alpha");
+    // Without /k the copy is writable again; with /k it keeps the source's bits.
+    EXPECT_TRUE((fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write) != fs::perms::none);
+}
+
+TEST_F(Xcopy, KeepAttributes) {
+    fs::permissions(m_dir / "L/a.txt", fs::perms::owner_write, fs::perm_options::remove);
+    run({"/k", "L/a.txt", "R"});
+    EXPECT_EQ(fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write, fs::perms::none);
+}
+
+TEST_F(Xcopy, ContinueOnErrors) {
+    m_dir.mkdir("R/a.txt"); // a directory where a file should go
+    auto r = run({"/y", "L/*.*", "R"});
+    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
+    EXPECT_EQ(r.code, 5);
+    r = run({"/y", "/c", "L/*.*", "R"});
+    EXPECT_EQ(r.out, "L/b.log\r\n1 File(s) copied\r\n");
+}
+
+TEST_F(Xcopy, ExcludeListsSubstrings) {
+    m_dir.write("skip.lst", "sub/\r\n.log\r\n");
+    auto r = run({"L", "X", "/s", "/i", "/exclude:skip.lst"});
+    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
+}
+
+TEST_F(Xcopy, Errors) {
+    auto r = run({"L/*.none", "R"});
+    EXPECT_EQ(r.err, "File not found - *.none\r\n");
+    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
+    EXPECT_EQ(r.code, 1);
+    r = run({"L/a.txt", "R", "/z9"});
+    EXPECT_EQ(r.err, "Invalid switch - /z9\r\n");
+    EXPECT_EQ(r.code, 4);
+    r = run({});
+    EXPECT_EQ(r.err, "Invalid number of parameters\r\n");
+    EXPECT_EQ(r.code, 4);
+    r = run({"L", "L/sub/x", "/s", "/i"});
+    EXPECT_EQ(r.err, "Cannot perform a cyclic copy\r\n");
+    EXPECT_FALSE(exists("L/sub/x"));
+}
+
+TEST_F(Xcopy, AcceptedSwitchesChangeNothing) {
+    auto r = run({"L/a.txt", "R", "/z/b/j/g/n/o/x/a/m/v"});
+    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
+    EXPECT_EQ(read("R/a.txt"), "alpha");
+}
+
+} // namespace
