@@ -71,13 +71,23 @@ public:
         : m_left(std::move(left)), m_right(std::move(right)), m_pattern(std::move(pattern)) {}
     std::string leftDir() const override { return m_left; }
     std::string rightDir() const override { return m_right; }
+    // As a file list does, a pane lists its directory when it is pointed at it.
     pv::PaneLists lists() override {
-        return {m_left, m_right, pv::listFiles(m_left, m_pattern),
-                pv::listFiles(m_right, m_pattern)};
+        if (!m_leftListed)
+            m_leftFiles = pv::listFiles(m_left, m_pattern);
+        if (!m_rightListed)
+            m_rightFiles = pv::listFiles(m_right, m_pattern);
+        m_leftListed = m_rightListed = true;
+        return {m_left, m_right, m_leftFiles, m_rightFiles};
     }
-    std::string moveLeft(const std::string& dir) override { return m_left = dir; }
+    std::string moveLeft(const std::string& dir) override {
+        m_leftFiles = pv::listFiles(dir, m_pattern);
+        m_leftListed = true;
+        return m_left = dir;
+    }
     std::string moveRight(const std::string& dir) override {
-        pv::listFiles(dir, m_pattern); // throws when the directory cannot be read
+        m_rightFiles = pv::listFiles(dir, m_pattern); // throws when it cannot be read
+        m_rightListed = true;
         return m_right = dir;
     }
     std::vector<std::string> subdirectories(const std::string& dir) override {
@@ -89,6 +99,8 @@ public:
 
 private:
     std::string m_left, m_right, m_pattern;
+    std::vector<std::string> m_leftFiles, m_rightFiles;
+    bool m_leftListed = false, m_rightListed = false;
 };
 
 // A directory argument as the panes hold it: no trailing separator except "/".

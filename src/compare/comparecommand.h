@@ -51,8 +51,7 @@ struct CompareTotals {
 
 class CompareCommand {
 public:
-    // `readCall` gives the options of one CompareDirectories call; it is asked
-    // again for every pair, since the settings are read at each use.
+    // `readCall` gives the options of the CompareDirectories calls of a run.
     CompareCommand(DirectoryCompare& compare, CompareObserver& observer, ComparePanes& panes,
                    std::function<DirectoryCompare::Call()> readCall);
 
@@ -71,6 +70,7 @@ private:
     CompareObserver& m_observer;
     ComparePanes& m_panes;
     std::function<DirectoryCompare::Call()> m_readCall;
+    DirectoryCompare::Call m_call;
     CompareTotals m_totals;
 };
 

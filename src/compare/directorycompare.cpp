@@ -26,12 +26,14 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
     if (capturing)
         m_capture.open(m_files.capture, nowText());
     if (call.replace) {
-        TextFileWriter results(m_files.results, TextFileWriter::Mode::Replace);
-        results.writeLine();
-        results.writeLine();
-        results.writeLine("---------- Start " + nowText() + " -----------");
-        results.writeLine();
-        results.close();
+        std::string start = "\r\n\r\n---------- Start " + nowText() + " -----------\r\n\r\n";
+        // In a sub-directory run every pair would truncate the file again, and
+        // nothing reads it before the script starts: only the last pair's start
+        // lines would remain. They are written once, when the run finishes.
+        if (call.subDirectoryMode)
+            m_pendingResultsStart = std::move(start);
+        else
+            writeResultsStart(start);
     }
     if (m_observer.isEmpty())
         m_observer.show();
@@ -79,7 +81,14 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
     return counts;
 }
 
+void DirectoryCompare::writeResultsStart(const std::string& text) {
+    TextFileWriter results(m_files.results, TextFileWriter::Mode::Replace);
+    results.write(text);
+    results.close();
+}
+
 void DirectoryCompare::beginSubDirectoryRun() {
+    m_pendingResultsStart.reset();
     m_script.open(m_files.script, TextFileWriter::Mode::Replace);
     m_script.writeLine();
     m_script.writeLine("rem ---------- Start Sub directory search " + nowText() + " -----------");
@@ -87,6 +96,11 @@ void DirectoryCompare::beginSubDirectoryRun() {
 }
 
 void DirectoryCompare::finishRun(const CompareOptions& options) {
+    if (m_pendingResultsStart) {
+        std::string start = std::move(*m_pendingResultsStart);
+        m_pendingResultsStart.reset();
+        writeResultsStart(start);
+    }
     m_script.writeLine();
     m_script.writeLine(scriptEditor(options.editor) + " \"" + scriptQuoted(m_files.results) + "\"");
     m_script.writeLine();

@@ -9,6 +9,7 @@
 #include "compare/linesink.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -71,12 +72,15 @@ public:
     void setAttrTwo(std::string text) { m_attrTwo = std::move(text); }
 
 private:
+    void writeResultsStart(const std::string& text);
+
     CompareObserver& m_observer;
     CompareFiles m_files;
     Starter m_start;
     AttributeFunction m_attributes;
     FileLineSink m_script;
     CaptureFile m_capture;
+    std::optional<std::string> m_pendingResultsStart;
     long m_lastTask = 0;
     std::string m_attrOne;
     std::string m_attrTwo;
