@@ -65,6 +65,9 @@ PaneLists PairviewCompare::lists() {
 // walk reports it as a results line instead.
 std::string PairviewCompare::moveLeft(const std::string& dir) {
     QSignalBlocker blockDir(m_form.dir(Side::Left));
+    // The list's view would recompute its selection area at every move; it is
+    // repainted once when the walk ends.
+    QSignalBlocker blockSelection(m_form.dir(Side::Left)->selectionModel());
     m_form.dir(Side::Left)->setPath(dir);
     m_form.files(Side::Left)->setPath(m_form.dir(Side::Left)->path());
     return m_form.dir(Side::Left)->path();
@@ -72,6 +75,7 @@ std::string PairviewCompare::moveLeft(const std::string& dir) {
 
 std::string PairviewCompare::moveRight(const std::string& dir) {
     QSignalBlocker blockDir(m_form.dir(Side::Right));
+    QSignalBlocker blockSelection(m_form.dir(Side::Right)->selectionModel());
     m_form.dir(Side::Right)->setPath(dir);
     m_form.files(Side::Right)->setPath(m_form.dir(Side::Right)->path());
     return m_form.dir(Side::Right)->path();
@@ -96,8 +100,12 @@ void PairviewCompare::clearStopRequest() {
 
 void PairviewCompare::betweenLevels() {
     // Lets a click on StopProcessing through; a second Compare is ignored while
-    // `running` is set.
+    // `running` is set. Not more often than a person can click: every pass paints
+    // what changed, and a walk has thousands of levels.
+    if (m_sinceEvents.isValid() && m_sinceEvents.elapsed() < 40)
+        return;
     QCoreApplication::processEvents();
+    m_sinceEvents.start();
 }
 
 DirectoryCompare::Call PairviewCompare::readCall() const {
@@ -170,6 +178,8 @@ void Pairview::Compare_Button_Click() {
     }
     if (!self)
         return;
+    for (Side side : {Side::Left, Side::Right})
+        dir(side)->viewport()->update();
     if (compare.lastTask())
         lastTask = compare.lastTask();
     attrOne = compare.attrOne();

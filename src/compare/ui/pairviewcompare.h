@@ -5,6 +5,8 @@
 #include "compare/comparecommand.h"
 #include "status/statusline.h"
 
+#include <QElapsedTimer>
+
 namespace pv {
 
 class Pairview;
@@ -35,6 +37,7 @@ public:
 
 private:
     Pairview& m_form;
+    QElapsedTimer m_sinceEvents;
 };
 
 // Connects the main window's compare commands (Compare, Compare single,

@@ -113,8 +113,7 @@ ResultsList* ResultsList::instance(bool create) {
 void ResultsList::setCntl(std::string_view value) {
     m_cntl = value;
     if (m_cntl.empty()) { // a compare has ended: show everything it wrote
-        flush();
-        m_list->scrollToBottom();
+        paintNow();
     }
 }
 
@@ -123,9 +122,12 @@ void ResultsList::InitializeProgressBar1(long max) {
         max = 200;
     m_progressMax = max;
     m_progressCount = 0;
-    m_progressBar->setRange(0, static_cast<int>(max));
-    m_progressBar->setValue(0);
-    m_progressBar->setVisible(true);
+    m_progressComplete = false;
+    // The widgets follow at the next paint: a progress bar repaints itself at
+    // once on every change, and a sub-directory run starts thousands of bars.
+    m_progressChanged = true;
+    if (m_cntl != "Process")
+        paintNow();
 }
 
 void ResultsList::IncrementProgressBar1() {
@@ -137,8 +139,10 @@ void ResultsList::IncrementProgressBar1() {
 
 void ResultsList::CompleteProgressBar1() {
     m_progressCount = m_progressMax;
-    m_progressBar->setValue(m_progressBar->maximum());
-    m_percentage->setText("100");
+    m_progressComplete = true;
+    m_progressChanged = true;
+    if (m_cntl != "Process")
+        paintNow();
 }
 
 bool ResultsList::isEmpty() const { return m_pending.isEmpty() && m_list->count() == 0; }
@@ -156,14 +160,26 @@ void ResultsList::flush() const {
 
 void ResultsList::paintNow() {
     flush();
+    if (m_progressChanged) {
+        m_progressBar->setVisible(true);
+        if (m_progressBar->maximum() != static_cast<int>(m_progressMax))
+            m_progressBar->setRange(0, static_cast<int>(m_progressMax));
+        m_progressChanged = false;
+    }
     if (m_progressMax >= 1) {
         long value = std::min(m_progressCount, m_progressMax);
         m_progressBar->setValue(static_cast<int>(value));
-        if (value > 0)
+        if (m_progressComplete)
+            m_percentage->setText("100");
+        else if (value > 0)
             m_percentage->setText(QString::fromStdString(progressPercentText(value, m_progressMax)));
     }
-    if (m_list->count() > 0)
+    // While a compare runs its newest line is selected, so the list follows it
+    // (a selection then starts no single compare); otherwise it only scrolls.
+    if (m_cntl == "Process" && m_list->count() > 0)
         m_list->setCurrentRow(m_list->count() - 1);
+    else
+        m_list->scrollToBottom();
     if (isVisible()) {
         m_list->repaint();
         QWidget::repaint();

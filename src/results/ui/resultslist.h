@@ -85,6 +85,8 @@ private:
     std::string m_cntl;
     long m_progressMax = 0;
     long m_progressCount = 0;
+    bool m_progressChanged = false;
+    bool m_progressComplete = false;
     mutable QStringList m_pending;
     QElapsedTimer m_sincePaint;
     bool m_rowChangedByPress = false;
