@@ -83,6 +83,13 @@ std::string PairviewCompare::moveRight(const std::string& dir) {
 
 std::vector<std::string> PairviewCompare::subdirectories(const std::string& dir) {
     std::vector<std::string> paths;
+    // The left pane has just listed this directory's sub-directories.
+    DirListBox* left = m_form.dir(Side::Left);
+    if (left->path() == dir) {
+        for (int k = 0; k < left->listCount(); ++k)
+            paths.push_back(left->item(k));
+        return paths;
+    }
     for (const std::string& name : listSubdirectories(dir))
         paths.push_back(joinPath(dir, name));
     return paths;
@@ -168,14 +175,25 @@ void Pairview::Compare_Button_Click() {
     compare.setAttrTwo(attrTwo);
     CompareCommand command(compare, *results, *m_compare, [this] { return m_compare->readCall(); });
     const std::string section = this->section();
-    command.onLeftMoved = [section](const std::string& dir) {
-        programSettings().write(section, "COMPARECURRENTDIR", dir);
+    // Every move of the left pane is remembered, but the settings file is
+    // rewritten at most twice a second; the last directory is written at the end.
+    std::string currentDir;
+    QElapsedTimer sinceWrite;
+    command.onLeftMoved = [&](const std::string& dir) {
+        currentDir = dir;
+        if (!sinceWrite.isValid() || sinceWrite.elapsed() >= 500) {
+            programSettings().write(section, "COMPARECURRENTDIR", dir);
+            sinceWrite.start();
+            currentDir.clear();
+        }
     };
     try {
         command.run(m_compare->includeSubDirectories());
     } catch (const std::exception& e) {
         prompter().message("Compare:fall through error:" + errorDescription(e));
     }
+    if (!currentDir.empty())
+        programSettings().write(section, "COMPARECURRENTDIR", currentDir);
     if (!self)
         return;
     for (Side side : {Side::Left, Side::Right})
