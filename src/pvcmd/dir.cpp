@@ -66,7 +66,7 @@ struct SortKey {
 };
 
 struct DirOptions {
-    bool showAll = false;                 // /a alone
+    bool showAll = false;                  // /a alone
     std::vector<AttributeTest> attributes; // /a:...
     bool bare = false;
     DirLineStyle style;
@@ -81,8 +81,12 @@ struct DirOptions {
     std::vector<std::string> targets;
 };
 
-bool isAttributeLetter(char c) { return std::string_view("dhslraio").find(c) != std::string_view::npos; }
-bool isSortLetter(char c) { return std::string_view("negsd").find(c) != std::string_view::npos; }
+bool isAttributeLetter(char c) {
+    return std::string_view("dhslraio").find(c) != std::string_view::npos;
+}
+bool isSortLetter(char c) {
+    return std::string_view("negsd").find(c) != std::string_view::npos;
+}
 
 // Applies one switch piece ("a:d-h", "-c", "o-d", "t:w", ...); false when unknown.
 bool applySwitch(std::string_view raw, DirOptions& o) {
@@ -143,19 +147,42 @@ bool applySwitch(std::string_view raw, DirOptions& o) {
     if (!rest.empty())
         return false;
     switch (letter) {
-    case 'b': o.bare = !off; return true;
-    case 'c': o.style.thousands = !off; return true;
-    case 'd': o.wide = o.wideByColumn = !off; return true;
-    case 'w': o.wide = !off; o.wideByColumn = false; return true;
-    case 'l': o.lower = !off; return true;
-    case 'n': return true; // the long format is already the default
-    case 'p': return true; // output is never a screen to pause
-    case 'q': o.style.owner = !off; return true;
-    case 's': o.subdirectories = !off; return true;
-    case 'x': o.style.shortNames = !off; return true;
-    case '4': return true; // years always have four digits
-    case '?': o.help = true; return true;
-    default: return false;
+    case 'b':
+        o.bare = !off;
+        return true;
+    case 'c':
+        o.style.thousands = !off;
+        return true;
+    case 'd':
+        o.wide = o.wideByColumn = !off;
+        return true;
+    case 'w':
+        o.wide = !off;
+        o.wideByColumn = false;
+        return true;
+    case 'l':
+        o.lower = !off;
+        return true;
+    case 'n':
+        return true; // the long format is already the default
+    case 'p':
+        return true; // output is never a screen to pause
+    case 'q':
+        o.style.owner = !off;
+        return true;
+    case 's':
+        o.subdirectories = !off;
+        return true;
+    case 'x':
+        o.style.shortNames = !off;
+        return true;
+    case '4':
+        return true; // years always have four digits
+    case '?':
+        o.help = true;
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -166,11 +193,16 @@ bool isSwitchPiece(std::string_view piece) {
 
 bool hasAttribute(const FileInfo& e, char letter) {
     switch (letter) {
-    case 'd': return e.isDirectory;
-    case 'h': return e.isHidden();
-    case 'l': return e.isLink;
-    case 'r': return e.isReadOnly();
-    default: return false; // system, archive, not-indexed and offline do not exist here
+    case 'd':
+        return e.isDirectory;
+    case 'h':
+        return e.isHidden();
+    case 'l':
+        return e.isLink;
+    case 'r':
+        return e.isReadOnly();
+    default:
+        return false; // system, archive, not-indexed and offline do not exist here
     }
 }
 
@@ -200,9 +232,8 @@ std::string linkTarget(const std::string& path) {
 
 std::string displayPath(const std::string& dir) {
     std::error_code ec;
-    std::string path = std::filesystem::absolute(dir.empty() ? "." : dir, ec)
-                           .lexically_normal()
-                           .string();
+    std::string path =
+        std::filesystem::absolute(dir.empty() ? "." : dir, ec).lexically_normal().string();
     while (path.size() > 1 && path.back() == '/')
         path.pop_back();
     return path;
@@ -213,7 +244,7 @@ struct Totals {
 };
 
 class DirRun {
-public:
+  public:
     DirRun(const DirOptions& options, ToolIo& io) : m_o(options), m_io(io) {}
 
     int run() {
@@ -242,11 +273,13 @@ public:
             }
             m_freeDir = dir;
             Wildcard wildcard(mask);
+            m_unreadable = false;
             bool found = listTree(dir, wildcard, severalBlocks);
             if (!found) {
                 if (!m_o.bare && !m_o.subdirectories)
                     directoryLine(dir);
-                writeLine(m_io.err, "File Not Found");
+                if (!m_unreadable)
+                    writeLine(m_io.err, "File Not Found");
                 code = 1;
             }
         }
@@ -256,15 +289,14 @@ public:
                 writeLine(m_io.out);
                 writeLine(m_io.out, "     Total Files Listed:");
             }
-            writeLine(m_io.out, DirFormat::filesLine(m_total.files, m_total.bytes,
-                                                     m_o.style.thousands));
             writeLine(m_io.out,
-                      DirFormat::dirsLine(m_total.dirs, freeBytes, m_o.style.thousands));
+                      DirFormat::filesLine(m_total.files, m_total.bytes, m_o.style.thousands));
+            writeLine(m_io.out, DirFormat::dirsLine(m_total.dirs, freeBytes, m_o.style.thousands));
         }
         return code;
     }
 
-private:
+  private:
     static void split(const std::string& target, std::string& dir, std::string& mask) {
         struct stat st;
         if (!Wildcard::hasWildcard(target) && ::stat(target.c_str(), &st) == 0 &&
@@ -308,8 +340,11 @@ private:
     std::vector<FileInfo> selectEntries(const std::string& dir, const Wildcard& mask,
                                         std::vector<FileInfo>& all) {
         std::vector<FileInfo> selected;
-        if (!listDirectory(dir, all))
+        if (!listDirectory(dir, all)) {
+            m_unreadable = true;
+            writeLine(m_io.err, "Access is denied.");
             return selected;
+        }
         std::vector<FileInfo> candidates;
         if (!m_o.bare && displayPath(dir) != "/") {
             for (const char* special : {".", ".."}) {
@@ -327,13 +362,13 @@ private:
             selected.push_back(std::move(e));
         }
         // "." and ".." stay on top whatever the order asked for.
-        auto pinned = static_cast<size_t>(std::count_if(
-            selected.begin(), selected.end(),
-            [](const FileInfo& e) { return e.name == "." || e.name == ".."; }));
+        auto pinned = static_cast<size_t>(
+            std::count_if(selected.begin(), selected.end(),
+                          [](const FileInfo& e) { return e.name == "." || e.name == ".."; }));
         if (m_o.sorted)
-            std::stable_sort(selected.begin() + static_cast<std::ptrdiff_t>(pinned),
-                             selected.end(),
-                             [this](const FileInfo& a, const FileInfo& b) { return sortLess(a, b); });
+            std::stable_sort(
+                selected.begin() + static_cast<std::ptrdiff_t>(pinned), selected.end(),
+                [this](const FileInfo& a, const FileInfo& b) { return sortLess(a, b); });
         return selected;
     }
 
@@ -369,7 +404,7 @@ private:
             case 'd': {
                 const timespec& ta = timeOf(a, m_o.timeField);
                 const timespec& tb = timeOf(b, m_o.timeField);
-                order = ta.tv_sec != tb.tv_sec ? (ta.tv_sec < tb.tv_sec ? -1 : 1)
+                order = ta.tv_sec != tb.tv_sec     ? (ta.tv_sec < tb.tv_sec ? -1 : 1)
                         : ta.tv_nsec != tb.tv_nsec ? (ta.tv_nsec < tb.tv_nsec ? -1 : 1)
                                                    : 0;
                 break;
@@ -391,8 +426,8 @@ private:
         if (m_o.subdirectories) {
             for (const FileInfo& sub : all) {
                 // Hidden directories are walked only when hidden entries are shown.
-                if (!sub.isDirectory || sub.isLink || (sub.isHidden() && !m_o.showAll &&
-                                                       !wantsHidden()))
+                if (!sub.isDirectory || sub.isLink ||
+                    (sub.isHidden() && !m_o.showAll && !wantsHidden()))
                     continue;
                 if (listTree(joinPath(dir, sub.name), mask, severalBlocks))
                     found = true;
@@ -435,7 +470,7 @@ private:
                 ++totals.dirs;
             } else {
                 ++totals.files;
-                totals.bytes += e.size;
+                totals.bytes += e.isLink ? 0 : e.size; // a link has no size of its own
             }
             if (m_o.wide) {
                 wideNames.push_back(e.isDirectory ? "[" + shownName(e) + "]" : shownName(e));
@@ -471,6 +506,7 @@ private:
     ToolIo& m_io;
     Totals m_total;
     int m_listedBlocks = 0;
+    bool m_unreadable = false; // a directory could not be read: no "File Not Found" on top
     std::string m_freeDir = ".";
 };
 

@@ -31,8 +31,7 @@ std::string DirFormat::number(unsigned long long value, bool thousands) {
     return thousands ? withThousands(value) : std::to_string(value);
 }
 
-std::string DirFormat::sizeField(const std::string& tag, unsigned long long size,
-                                 bool thousands) {
+std::string DirFormat::sizeField(const std::string& tag, unsigned long long size, bool thousands) {
     if (!tag.empty())
         return tag.size() >= 14 ? tag : tag + std::string(14 - tag.size(), ' ');
     return padLeft(number(size, thousands), 14);

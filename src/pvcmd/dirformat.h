@@ -8,18 +8,17 @@
 namespace pvcmd {
 
 struct DirLineStyle {
-    bool thousands = true;  // /c (default); /-c prints plain numbers
+    bool thousands = true;   // /c (default); /-c prints plain numbers
     bool shortNames = false; // /x: a blank 12-character short-name column
     bool owner = false;      // /q
 };
 
 class DirFormat {
-public:
+  public:
     // "MM/DD/YYYY  hh:mm AM" in local time.
     static std::string dateTime(const timespec& when);
     // The 14-character size field: "<DIR>" left-aligned or the size right-aligned.
-    static std::string sizeField(const std::string& tag, unsigned long long size,
-                                 bool thousands);
+    static std::string sizeField(const std::string& tag, unsigned long long size, bool thousands);
     static std::string number(unsigned long long value, bool thousands);
     // "%16d File(s) %14s bytes" and "%16d Dir(s)  %14s bytes free".
     static std::string filesLine(unsigned long long files, unsigned long long bytes,

@@ -11,7 +11,9 @@ bool FileInfo::isHidden() const {
     return !name.empty() && name[0] == '.' && name != "." && name != "..";
 }
 
-bool FileInfo::isReadOnly() const { return (mode & S_IWUSR) == 0; }
+bool FileInfo::isReadOnly() const {
+    return (mode & S_IWUSR) == 0;
+}
 
 bool FileInfo::read(const std::string& path, FileInfo& info) {
     struct stat st;

@@ -10,7 +10,7 @@
 namespace pvcmd {
 
 struct FileInfo {
-    std::string name;       // the entry's name, no directory part
+    std::string name;         // the entry's name, no directory part
     bool isDirectory = false; // follows a symbolic link to a directory
     bool isLink = false;
     unsigned long long size = 0;

@@ -8,6 +8,7 @@
 #include "pvcmd/wildcard.h"
 
 #include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <fstream>
 #include <istream>
@@ -57,19 +58,44 @@ bool applySwitch(std::string_view piece, FindstrOptions& o) {
     if (piece.size() != 1)
         return false;
     switch (piece[0] | 0x20) {
-    case 'b': o.match.atLineStart = true; return true;
-    case 'e': o.match.atLineEnd = true; return true;
-    case 'l': o.forceLiteral = true; return true;
-    case 'r': o.forceRegex = true; return true;
-    case 's': o.subdirectories = true; return true;
-    case 'i': o.match.ignoreCase = true; return true;
-    case 'x': o.match.atLineStart = o.match.atLineEnd = true; return true;
-    case 'v': o.report.invert = true; return true;
-    case 'n': o.report.lineNumbers = true; return true;
-    case 'm': o.report.namesOnly = true; return true;
-    case 'o': o.report.offsets = true; return true;
-    case 'p': o.skipNonPrintable = true; return true;
-    default: return false;
+    case 'b':
+        o.match.atLineStart = true;
+        return true;
+    case 'e':
+        o.match.atLineEnd = true;
+        return true;
+    case 'l':
+        o.forceLiteral = true;
+        return true;
+    case 'r':
+        o.forceRegex = true;
+        return true;
+    case 's':
+        o.subdirectories = true;
+        return true;
+    case 'i':
+        o.match.ignoreCase = true;
+        return true;
+    case 'x':
+        o.match.atLineStart = o.match.atLineEnd = true;
+        return true;
+    case 'v':
+        o.report.invert = true;
+        return true;
+    case 'n':
+        o.report.lineNumbers = true;
+        return true;
+    case 'm':
+        o.report.namesOnly = true;
+        return true;
+    case 'o':
+        o.report.offsets = true;
+        return true;
+    case 'p':
+        o.skipNonPrintable = true;
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -145,8 +171,11 @@ bool readLinesFrom(const std::string& path, std::istream& stdinStream,
     return true;
 }
 
-// Reads a whole file into `buffer` (reused between files).
-bool readWholeFile(const std::string& path, std::string& buffer) {
+// Reads a file in chunks that end at a line end (the last one excepted), handing
+// each to `consume(chunk, last)`; stops early when `consume` returns false.
+// `buffer` is reused between files. False when the file cannot be read.
+template <typename Consume>
+bool readInLines(const std::string& path, std::string& buffer, Consume consume) {
     int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0)
         return false;
@@ -155,30 +184,41 @@ bool readWholeFile(const std::string& path, std::string& buffer) {
         ::close(fd);
         return false;
     }
-    size_t capacity = static_cast<size_t>(st.st_size) + 1;
-    buffer.resize(capacity);
+    constexpr size_t kChunk = size_t(4) << 20;
+    if (buffer.size() < kChunk)
+        buffer.resize(kChunk);
     size_t used = 0;
+    bool ok = true;
     for (;;) {
         if (used == buffer.size())
-            buffer.resize(buffer.size() * 2);
+            buffer.resize(buffer.size() * 2); // a line longer than the buffer
         ssize_t n = ::read(fd, buffer.data() + used, buffer.size() - used);
         if (n < 0) {
             if (errno == EINTR)
                 continue;
-            ::close(fd);
-            return false;
-        }
-        if (n == 0)
+            ok = false;
             break;
+        }
+        if (n == 0) {
+            consume(std::string_view(buffer.data(), used), true);
+            break;
+        }
         used += static_cast<size_t>(n);
+        const void* nl = ::memrchr(buffer.data(), '\n', used);
+        if (!nl)
+            continue;
+        size_t chunk = static_cast<size_t>(static_cast<const char*>(nl) - buffer.data()) + 1;
+        if (!consume(std::string_view(buffer.data(), chunk), false))
+            break;
+        std::memmove(buffer.data(), buffer.data() + chunk, used - chunk);
+        used -= chunk;
     }
     ::close(fd);
-    buffer.resize(used);
-    return true;
+    return ok;
 }
 
 class FindstrRun {
-public:
+  public:
     FindstrRun(const FindstrOptions& options, const FindstrMatcher& matcher, ToolIo& io)
         : m_options(options), m_search(matcher, options.report), m_io(io) {}
 
@@ -211,7 +251,7 @@ public:
     bool anyMatch() const { return m_anyMatch; }
     bool anyError() const { return m_anyError; }
 
-private:
+  private:
     void walk(const std::string& dir, const std::vector<Wildcard>& wildcards,
               std::vector<bool>& found) {
         std::vector<FileInfo> entries;
@@ -243,9 +283,28 @@ private:
     }
 
     bool searchFile(const std::string& path, const std::string& shownName) {
-        if (!readWholeFile(path, m_buffer))
+        if (m_options.skipNonPrintable) {
+            // Decided before anything of the file is reported.
+            bool printable = true;
+            if (!readInLines(path, m_buffer, [&](std::string_view chunk, bool) {
+                    printable = !hasNonPrintable(chunk);
+                    return printable;
+                }))
+                return false;
+            if (!printable)
+                return true;
+        }
+        FindstrScanState state;
+        bool ok = readInLines(path, m_buffer, [&](std::string_view chunk, bool last) {
+            m_search.scanChunk(shownName, chunk, last, state, m_out);
+            if (m_out.size() > (1u << 16))
+                flush();
+            return !state.done;
+        });
+        if (!ok)
             return false;
-        searchBytes(shownName, m_buffer);
+        if (m_search.finish(shownName, state, m_out))
+            m_anyMatch = true;
         return true;
     }
 
@@ -254,8 +313,7 @@ private:
             return;
         if (m_search.searchBuffer(name, bytes, m_out))
             m_anyMatch = true;
-        if (m_out.size() > (1u << 16))
-            flush();
+        flush();
     }
 
     void cannotOpen(const std::string& name) {

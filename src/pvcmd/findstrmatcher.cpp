@@ -156,8 +156,8 @@ bool FindstrMatcher::looksLikeRegex(std::string_view text) {
 
 FindstrMatcher::FindstrMatcher(const std::vector<SearchString>& strings,
                                const FindstrMatchOptions& options) {
-    if (strings.size() == 1 && !strings[0].regex && !options.atLineStart &&
-        !options.atLineEnd && !options.ignoreCase && !strings[0].text.empty()) {
+    if (strings.size() == 1 && !strings[0].regex && !options.atLineStart && !options.atLineEnd &&
+        !options.ignoreCase && !strings[0].text.empty()) {
         m_usesLiteral = true;
         m_literal = strings[0].text;
         return;

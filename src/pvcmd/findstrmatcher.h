@@ -32,7 +32,7 @@ struct FindstrMatchOptions {
 };
 
 class FindstrMatcher {
-public:
+  public:
     FindstrMatcher(const std::vector<SearchString>& strings, const FindstrMatchOptions& options);
     ~FindstrMatcher();
     FindstrMatcher(const FindstrMatcher&) = delete;
@@ -53,7 +53,7 @@ public:
     // `text` with every PCRE2 metacharacter escaped.
     static std::string escapeLiteral(std::string_view text);
 
-private:
+  private:
     struct Compiled;
     std::unique_ptr<Compiled> m_compiled;
     std::string m_literal; // the one plain substring, when that path is used

@@ -36,13 +36,32 @@ bool hasNonPrintable(std::string_view bytes) {
 
 bool FindstrSearch::searchBuffer(std::string_view name, std::string_view buffer,
                                  std::string& out) const {
-    bool reported = false;
-    size_t lineNumber = 1;   // number of the line starting at `counted`
+    FindstrScanState state;
+    scanChunk(name, buffer, true, state, out);
+    return finish(name, state, out);
+}
+
+bool FindstrSearch::finish(std::string_view name, const FindstrScanState& state,
+                           std::string& out) const {
+    if (state.reported && m_options.namesOnly) {
+        out.append(name);
+        out += "\r\n";
+    }
+    return state.reported;
+}
+
+void FindstrSearch::scanChunk(std::string_view name, std::string_view buffer, bool last,
+                              FindstrScanState& state, std::string& out) const {
+    if (state.done)
+        return;
+    size_t lineNumber = state.lineNumber; // number of the line starting at `counted`
     size_t counted = 0;
     auto report = [&](size_t start, size_t end) {
-        reported = true;
-        if (m_options.namesOnly)
+        state.reported = true;
+        if (m_options.namesOnly) {
+            state.done = true;
             return;
+        }
         if (m_options.showNames) {
             out.append(name);
             out += ':';
@@ -55,7 +74,7 @@ bool FindstrSearch::searchBuffer(std::string_view name, std::string_view buffer,
             out += ':';
         }
         if (m_options.offsets) {
-            out += std::to_string(start);
+            out += std::to_string(state.offset + start);
             out += ':';
         }
         out.append(buffer.substr(start, end - start));
@@ -63,19 +82,17 @@ bool FindstrSearch::searchBuffer(std::string_view name, std::string_view buffer,
 
     // A position at the very end is inside a line only when the last line has no
     // newline; an empty match there must not invent a line.
-    const bool openLastLine = !buffer.empty() && buffer.back() != '\n';
+    const bool openLastLine = last && !buffer.empty() && buffer.back() != '\n';
     size_t pos = 0;
-    while (pos < buffer.size()) {
+    while (pos < buffer.size() && !state.done) {
         size_t match = m_matcher.find(buffer, pos);
         bool valid = match != std::string_view::npos &&
                      (match < buffer.size() || (match == buffer.size() && openLastLine));
         size_t matchLine = valid ? lineStartBefore(buffer, pos, match) : buffer.size();
         if (m_options.invert) {
-            while (pos < matchLine) {
+            while (pos < matchLine && !state.done) {
                 size_t end = lineEndAfter(buffer, pos);
                 report(pos, end);
-                if (m_options.namesOnly)
-                    return true;
                 pos = end;
             }
             if (!valid)
@@ -86,16 +103,14 @@ bool FindstrSearch::searchBuffer(std::string_view name, std::string_view buffer,
                 break;
             size_t end = lineEndAfter(buffer, match);
             report(matchLine, end);
-            if (m_options.namesOnly)
-                break;
             pos = end;
         }
     }
-    if (reported && m_options.namesOnly) {
-        out.append(name);
-        out += "\r\n";
-    }
-    return reported;
+    if (m_options.lineNumbers)
+        state.lineNumber =
+            lineNumber + static_cast<size_t>(std::count(buffer.data() + counted,
+                                                        buffer.data() + buffer.size(), '\n'));
+    state.offset += buffer.size();
 }
 
 } // namespace pvcmd

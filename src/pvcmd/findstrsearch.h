@@ -10,15 +10,23 @@
 namespace pvcmd {
 
 struct FindstrReportOptions {
-    bool invert = false;        // /v
-    bool lineNumbers = false;   // /n
-    bool offsets = false;       // /o
-    bool namesOnly = false;     // /m
-    bool showNames = false;     // more than one file can be searched
+    bool invert = false;      // /v
+    bool lineNumbers = false; // /n
+    bool offsets = false;     // /o
+    bool namesOnly = false;   // /m
+    bool showNames = false;   // more than one file can be searched
+};
+
+// Where a file's scan stands between chunks.
+struct FindstrScanState {
+    size_t offset = 0;     // of the chunk's first byte in the file
+    size_t lineNumber = 1; // of the chunk's first line
+    bool reported = false;
+    bool done = false; // /m found its line: the rest of the file does not matter
 };
 
 class FindstrSearch {
-public:
+  public:
     FindstrSearch(const FindstrMatcher& matcher, const FindstrReportOptions& options)
         : m_matcher(matcher), m_options(options) {}
 
@@ -26,7 +34,13 @@ public:
     // reported (or, with /m, the name).
     bool searchBuffer(std::string_view name, std::string_view buffer, std::string& out) const;
 
-private:
+    // The same in pieces, so that a large file need not be in memory at once: each
+    // chunk but the last ends just after a LF. `finish` writes the /m name.
+    void scanChunk(std::string_view name, std::string_view chunk, bool last,
+                   FindstrScanState& state, std::string& out) const;
+    bool finish(std::string_view name, const FindstrScanState& state, std::string& out) const;
+
+  private:
     const FindstrMatcher& m_matcher;
     FindstrReportOptions m_options;
 };

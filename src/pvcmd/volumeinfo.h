@@ -9,8 +9,8 @@ namespace pvcmd {
 
 struct VolumeInfo {
     std::string mountPoint = "/";
-    std::string label;           // empty: "has no label."
-    unsigned long serial = 0;    // shown as %04X-%04X
+    std::string label;        // empty: "has no label."
+    unsigned long serial = 0; // shown as %04X-%04X
     unsigned long long freeBytes = 0;
 
     static VolumeInfo of(const std::string& directory);

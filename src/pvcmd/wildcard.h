@@ -9,7 +9,7 @@
 namespace pvcmd {
 
 class Wildcard {
-public:
+  public:
     explicit Wildcard(std::string pattern);
 
     bool matches(std::string_view name) const;
@@ -17,7 +17,7 @@ public:
 
     static bool hasWildcard(std::string_view text);
 
-private:
+  private:
     std::string m_pattern;
 };
 

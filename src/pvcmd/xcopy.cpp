@@ -77,28 +77,71 @@ bool applySwitch(std::string_view raw, XcopyOptions& o) {
     if (piece.size() != 1)
         return false;
     switch (piece[0]) {
-    case 'w': o.wait = true; return true;
-    case 'p': o.promptEach = true; return true;
-    case 'c': o.continueOnError = true; return true;
-    case 'v': o.verify = true; return true;
-    case 'q': o.quiet = true; return true;
-    case 'f': o.fullNames = true; return true;
-    case 'l': o.listOnly = true; return true;
-    case 'd': o.newerOnly = true; return true;
-    case 'u': o.onlyExisting = true; return true;
-    case 'i': o.assumeDirectory = true; return true;
-    case 's': o.subdirs = true; return true;
-    case 'e': o.subdirs = o.emptyDirs = true; return true;
-    case 't': o.treeOnly = true; return true;
-    case 'k': o.keepAttributes = true; return true;
-    case 'r': o.overwriteReadOnly = true; return true;
-    case 'h': o.hidden = true; return true;
-    case 'y': o.prompt = false; return true;
+    case 'w':
+        o.wait = true;
+        return true;
+    case 'p':
+        o.promptEach = true;
+        return true;
+    case 'c':
+        o.continueOnError = true;
+        return true;
+    case 'v':
+        o.verify = true;
+        return true;
+    case 'q':
+        o.quiet = true;
+        return true;
+    case 'f':
+        o.fullNames = true;
+        return true;
+    case 'l':
+        o.listOnly = true;
+        return true;
+    case 'd':
+        o.newerOnly = true;
+        return true;
+    case 'u':
+        o.onlyExisting = true;
+        return true;
+    case 'i':
+        o.assumeDirectory = true;
+        return true;
+    case 's':
+        o.subdirs = true;
+        return true;
+    case 'e':
+        o.subdirs = o.emptyDirs = true;
+        return true;
+    case 't':
+        o.treeOnly = true;
+        return true;
+    case 'k':
+        o.keepAttributes = true;
+        return true;
+    case 'r':
+        o.overwriteReadOnly = true;
+        return true;
+    case 'h':
+        o.hidden = true;
+        return true;
+    case 'y':
+        o.prompt = false;
+        return true;
     // Every file counts as having the archive attribute and nothing clears it, so /a
     // and /m select everything; the rest change nothing on POSIX.
-    case 'a': case 'm': case 'z': case 'b': case 'j': case 'g': case 'n': case 'o': case 'x':
+    case 'a':
+    case 'm':
+    case 'z':
+    case 'b':
+    case 'j':
+    case 'g':
+    case 'n':
+    case 'o':
+    case 'x':
         return true;
-    default: return false;
+    default:
+        return false;
     }
 }
 
@@ -125,7 +168,7 @@ struct CopyItem {
 };
 
 class XcopyRun {
-public:
+  public:
     XcopyRun(const XcopyOptions& options, ToolIo& io) : m_o(options), m_io(io) {}
 
     int run() {
@@ -203,12 +246,13 @@ public:
                     break;
             }
         }
-        writeLine(m_io.out, std::to_string(copied) + (m_o.listOnly ? " File(s)" : " File(s) copied"));
+        writeLine(m_io.out,
+                  std::to_string(copied) + (m_o.listOnly ? " File(s)" : " File(s) copied"));
         m_io.out.flush();
         return code;
     }
 
-private:
+  private:
     enum class Outcome { Copied, Skipped, Failed, Stop };
 
     bool loadExcludes() {
@@ -275,7 +319,8 @@ private:
         if (last == "*.*" || last == "*") {
             // "dir/*.*" names the directory itself.
             m_destIsDirectory = true;
-            m_dest = slash == std::string::npos ? "." : destArg.substr(0, std::max<size_t>(slash, 1));
+            m_dest =
+                slash == std::string::npos ? "." : destArg.substr(0, std::max<size_t>(slash, 1));
             return true;
         }
         m_dest = destArg;
@@ -403,13 +448,15 @@ private:
             return Outcome::Copied;
         if (m_destIsDirectory && !makeDirectory(dest))
             return Outcome::Failed;
-        FileCopyResult result =
-            copyFileAtomic(item.source, dest, m_o.keepAttributes, m_o.verify);
+        FileCopyResult result = copyFileAtomic(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
-            if (result.error == ENOSPC)
+            if (result.error == ENOSPC || result.error == EDQUOT)
                 writeLine(m_io.err, "Insufficient disk space");
+            else if (result.error == EACCES || result.error == EPERM)
+                writeLine(m_io.err, "Access denied");
             else
-                writeLine(m_io.err, "File creation error - " + std::string(std::strerror(result.error)));
+                writeLine(m_io.err,
+                          "File creation error - " + std::string(std::strerror(result.error)));
             return Outcome::Failed;
         }
         return Outcome::Copied;

@@ -35,6 +35,8 @@ const char* const CC = "COMPARECONTROL";
 const char* const DC = "DIRCONTROL";
 const char* const FC = "FINDCONTROL";
 
+void PrintTo(const ClickCase& c, std::ostream* os) { *os << c.name; }
+
 class SwitchClick : public testing::TestWithParam<ClickCase> {};
 
 TEST_P(SwitchClick, WritesKeysInHandlerOrderAndLeavesStates) {
@@ -187,22 +189,6 @@ TEST(SwitchTable, NamesAndKeysAreUnique) {
         EXPECT_TRUE(keys.insert(std::string(item.section) + "/" + item.key).second) << item.key;
     }
     EXPECT_EQ(names.size(), 11u + 34u + 14u);
-}
-
-// A pair clicked on and off in turn: each on-click writes the opposite off only when
-// the opposite was on.
-TEST(SwitchClick, PairSequence) {
-    MenuStates states;
-    auto none = [](const SettingWrite&) {};
-    pv::clickSwitch("mnu_Dir_a_r", states, none);
-    auto w = pv::clickSwitch("mnu_Dir_a_r_not", states, none);
-    ASSERT_EQ(w.size(), 2u);
-    EXPECT_EQ(w[0], (SettingWrite{DC, "DIR_AR", "False"}));
-    w = pv::clickSwitch("mnu_Dir_a_r_not", states, none);
-    ASSERT_EQ(w.size(), 1u);
-    EXPECT_EQ(w[0], (SettingWrite{DC, "DIR_AR_NOT", "False"}));
-    EXPECT_FALSE(states.isChecked("mnu_Dir_a_r"));
-    EXPECT_FALSE(states.isChecked("mnu_Dir_a_r_not"));
 }
 
 } // namespace

@@ -101,22 +101,4 @@ TEST(AddRecent, ShortEntriesCountAsMissing) {
     EXPECT_EQ(recentItems(s), expected);
 }
 
-TEST(RecentLocation, SplitsAtTheLastSeparator) {
-    struct Row {
-        const char* path;
-        const char* directory;
-        const char* file;
-    } rows[] = {
-        {"/home/u/a b.txt", "/home/u", "a b.txt"},
-        {"/top.txt", "/", "top.txt"},
-        {"/home/u/", "/home/u", ""},
-        {"loose.txt", "", "loose.txt"},
-    };
-    for (const Row& r : rows) {
-        auto loc = pv::splitRecentPath(r.path);
-        EXPECT_EQ(loc.directory, r.directory) << r.path;
-        EXPECT_EQ(loc.fileName, r.file) << r.path;
-    }
-}
-
 } // namespace

@@ -23,13 +23,6 @@ TEST(LaunchRules, ExecutableTypeIsASubstringTest) {
         EXPECT_EQ(pv::isExecutableType(r.path), r.executable) << r.path;
 }
 
-TEST(LaunchRules, QueryToolByName) {
-    EXPECT_TRUE(pv::isQueryTool("/q/isqlw.exe"));
-    EXPECT_TRUE(pv::isQueryTool("C:\\Q\\ISQLW.EXE"));
-    EXPECT_FALSE(pv::isQueryTool("isql.exe"));
-    EXPECT_FALSE(pv::isQueryTool("Notepad.exe"));
-}
-
 TEST(LaunchRules, DoubledQuotesCollapseLeftToRight) {
     struct Row {
         const char* in;
@@ -43,11 +36,6 @@ TEST(LaunchRules, DoubledQuotesCollapseLeftToRight) {
     };
     for (const Row& r : rows)
         EXPECT_EQ(pv::collapseDoubledQuotes(r.in), r.out) << r.in;
-}
-
-TEST(LaunchRules, QueryToolCommandHasTwoBlanksBeforeTheConnection) {
-    EXPECT_EQ(pv::queryToolCommand("/q/isqlw.exe", "-S srv -E", "\"/a.txt\""),
-              "/q/isqlw.exe  -S srv -E -f \"/a.txt\"");
 }
 
 TEST(LaunchRules, ChosenConnectionIsTheLastCheckedFromOne) {
@@ -67,14 +55,6 @@ TEST(LaunchRules, FileToOpenFollowsSelectionAndLastClickedSide) {
     EXPECT_EQ(pv::fileToOpen(left, rightNone, true), "\"/l/a.txt\"");
     EXPECT_EQ(pv::fileToOpen(leftNone, rightNone, true), std::nullopt);
     EXPECT_EQ(pv::fileToOpen(rootPane, rightNone, false), "\"/c.txt\"");
-}
-
-TEST(LaunchRules, Messages) {
-    EXPECT_EQ(pv::associationExecutableWarning("\"/x.bat\""),
-              std::string(pv::kExecutableWarning) +
-                  "\r\n\r\nUse Run Shell if you wish to execute this code.\r\nFile : \"/x.bat\"");
-    EXPECT_EQ(pv::openFailedText(2, "No such file or directory"),
-              "Open failed:2\r\nDesc: No such file or directory");
 }
 
 } // namespace

@@ -9,7 +9,9 @@
 #include <fstream>
 #include <regex>
 #include <sstream>
+#include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 using pvcmd::DirFormat;
 
@@ -31,7 +33,7 @@ std::string golden(const std::string& name) {
 }
 
 class DirListing : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         setenv("TZ", "UTC", 1);
         tzset();
@@ -62,9 +64,11 @@ protected:
                 line.pop_back();
             text += line + "\n";
         }
-        text = std::regex_replace(text, std::regex("^ Volume in drive \\S+ (has no label\\.|is .+)\n"),
-                                  " Volume in drive VOLUME has no label.\n");
-        text = std::regex_replace(text, std::regex(" Volume Serial Number is [0-9A-F]{4}-[0-9A-F]{4}\n"),
+        text =
+            std::regex_replace(text, std::regex("^ Volume in drive \\S+ (has no label\\.|is .+)\n"),
+                               " Volume in drive VOLUME has no label.\n");
+        text = std::regex_replace(text,
+                                  std::regex(" Volume Serial Number is [0-9A-F]{4}-[0-9A-F]{4}\n"),
                                   " Volume Serial Number is XXXX-XXXX\n");
         text = std::regex_replace(text, std::regex(" Dir\\(s\\) +[0-9,]+ bytes free"),
                                   " Dir(s)  FREE bytes free");
@@ -129,10 +133,10 @@ INSTANTIATE_TEST_SUITE_P(
         EntryRow{"AllAttributes", {"/a"}, {".", "..", ".hid", "alpha.txt", "Beta.log", "sub"}},
         EntryRow{"OnlyDirectories", {"/a:d"}, {".", "..", "sub"}},
         EntryRow{"NoDirectoriesShowsHidden", {"/a-d"}, {".hid", "alpha.txt", "Beta.log"}},
-        EntryRow{"OnlyHidden", {"/ah"}, {".hid"}},
-        EntryRow{"NeverSystem", {"/a:s"}, {}},
+        EntryRow{"OnlyHidden", {"/ah"}, {".hid"}}, EntryRow{"NeverSystem", {"/a:s"}, {}},
         EntryRow{"FilesNotHidden", {"/a:-d-h"}, {"alpha.txt", "Beta.log"}},
-        EntryRow{"OrderAloneGroupsDirectories", {"/o"}, {".", "..", "sub", "alpha.txt", "Beta.log"}},
+        EntryRow{
+            "OrderAloneGroupsDirectories", {"/o"}, {".", "..", "sub", "alpha.txt", "Beta.log"}},
         EntryRow{"BySizeReversed", {"/o:-s"}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
         EntryRow{"ByDate", {"/od"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
         EntryRow{"ByExtensionThenName", {"/o:en"}, {".", "..", "sub", "Beta.log", "alpha.txt"}},
@@ -147,7 +151,8 @@ TEST_F(DirListing, BareNamesAndFullPathsWithS) {
     EXPECT_EQ(run({"/b"}).out, "alpha.txt\r\nBeta.log\r\nsub\r\n");
     auto r = run({"/b", "/s", "*.txt"});
     std::string root = m_dir / "top";
-    EXPECT_EQ(r.out, root + "/alpha.txt\r\n" + root + "/sub/c.txt\r\n" + root + "/sub/inner.txt\r\n");
+    EXPECT_EQ(r.out,
+              root + "/alpha.txt\r\n" + root + "/sub/c.txt\r\n" + root + "/sub/inner.txt\r\n");
 }
 
 TEST_F(DirListing, EntryColumnsWithoutSeparatorsOwnerShortNameAndTimeField) {
@@ -155,7 +160,8 @@ TEST_F(DirListing, EntryColumnsWithoutSeparatorsOwnerShortNameAndTimeField) {
     std::string out = normalised(r.out);
     EXPECT_NE(out.find("05/04/2022  05:17 AM             12345              "), std::string::npos)
         << out;
-    EXPECT_NE(out.find("               1 File(s)          12345 bytes\n"), std::string::npos) << out;
+    EXPECT_NE(out.find("               1 File(s)          12345 bytes\n"), std::string::npos)
+        << out;
     EXPECT_EQ(out.substr(out.find("12345") + 5 + 1 + 12 + 1 + 23, 9), "alpha.txt") << out;
 }
 
@@ -181,12 +187,14 @@ TEST_F(DirListing, BadSwitch) {
 
 TEST_F(DirListing, HelpText) {
     auto r = run({"/?"});
-    EXPECT_EQ(r.out.substr(0, 61), "Displays a list of files and subdirectories in a directory.\r\n");
+    EXPECT_EQ(r.out.substr(0, 61),
+              "Displays a list of files and subdirectories in a directory.\r\n");
     EXPECT_EQ(r.code, 0);
 }
 
 TEST(DirFormatLines, SummaryAndSizeFields) {
-    EXPECT_EQ(DirFormat::filesLine(2, 12345, true), "               2 File(s)         12,345 bytes");
+    EXPECT_EQ(DirFormat::filesLine(2, 12345, true),
+              "               2 File(s)         12,345 bytes");
     EXPECT_EQ(DirFormat::dirsLine(5, 10452459520ULL, true),
               "               5 Dir(s)  10,452,459,520 bytes free");
     // Wider numbers widen the field instead of being cut.
@@ -210,6 +218,22 @@ TEST(DirFormatLines, WideColumnsFitEightyCharacters) {
     ASSERT_EQ(lines.size(), 3u); // 26-character columns: three per line
     EXPECT_EQ(lines[0].size(), 26u * 2 + 24);
     EXPECT_EQ(lines[2], std::string(24, 'n'));
+}
+
+} // namespace
+
+namespace {
+
+TEST(DirAccess, UnreadableDirectoryIsReported) {
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "permissions do not bind the superuser";
+    pvtest::TempDir dir;
+    dir.write("locked/x.txt", "x");
+    std::filesystem::permissions(dir / "locked", std::filesystem::perms::owner_read,
+                                 std::filesystem::perm_options::remove);
+    auto r = pvtest::runTool(pvcmd::dirMain, dir.str(), {"locked"});
+    EXPECT_EQ(r.err, "Access is denied.\r\n");
+    EXPECT_EQ(r.code, 1);
 }
 
 } // namespace

@@ -96,7 +96,7 @@ TEST(FindstrRegexDetection, DecidesTheDefaultMode) {
 
 // A tree with two levels for the file-selection rows.
 class FindstrFiles : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         m_dir.write("a.c", "int needle;\n");
         m_dir.write("b.h", "// needle here\r\nnothing\r\n");
@@ -203,6 +203,37 @@ TEST_F(FindstrFiles, BadCommandLines) {
 TEST_F(FindstrFiles, AbsolutePathIsAFileNotASwitch) {
     auto r = run({"/c:needle", m_dir / "a.c"});
     EXPECT_EQ(r.out, "int needle;\n");
+}
+
+} // namespace
+
+namespace {
+
+// Files larger than the read chunk: numbers and offsets must run on across chunks,
+// and a line longer than a chunk must come out whole.
+TEST(FindstrLargeFile, NumbersAndOffsetsAcrossChunks) {
+    pvtest::TempDir dir;
+    std::string text;
+    std::string expected;
+    size_t line = 1;
+    auto add = [&](const std::string& content) {
+        if (content.find("needle") != std::string::npos)
+            expected +=
+                std::to_string(line) + ":" + std::to_string(text.size()) + ":" + content + "\n";
+        text += content + "\n";
+        ++line;
+    };
+    for (int i = 0; i < 400000; ++i)
+        add(i % 99991 == 0 ? "a needle " + std::to_string(i) : "filler line " + std::to_string(i));
+    add(std::string(5 << 20, 'x') + " needle at the end of a long line");
+    for (int i = 0; i < 1000; ++i)
+        add(i == 999 ? "last needle" : "tail");
+    dir.write("big.txt", text);
+    auto r = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/n", "/o", "needle", "big.txt"});
+    EXPECT_EQ(r.out.size(), expected.size());
+    EXPECT_TRUE(r.out == expected);
+    auto m = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/m", "/v", "filler", "big.txt"});
+    EXPECT_EQ(m.out, "big.txt\r\n");
 }
 
 } // namespace

@@ -18,8 +18,8 @@ struct ToolResult {
 
 // Changes into `dir` for the run (the tools work relative to the current
 // directory) and back afterwards; `input` answers prompts.
-inline ToolResult runTool(pvcmd::ToolMain tool, const std::string& dir,
-                          const pvcmd::ToolArgs& args, const std::string& input = {}) {
+inline ToolResult runTool(pvcmd::ToolMain tool, const std::string& dir, const pvcmd::ToolArgs& args,
+                          const std::string& input = {}) {
     std::filesystem::path previous = std::filesystem::current_path();
     std::filesystem::current_path(dir);
     std::istringstream in(input);

@@ -15,7 +15,7 @@ constexpr long long kOld = 1101812700; // 2004
 constexpr long long kNew = 1651641420; // 2022
 
 class Xcopy : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         unsetenv("COPYCMD");
         m_dir.write("L/a.txt", "alpha");
@@ -106,28 +106,44 @@ TEST_P(XcopyOverwrite, AsksOrNot) {
 INSTANTIATE_TEST_SUITE_P(
     Answers, XcopyOverwrite,
     ::testing::Values(
-        OverwriteRow{"EndOfInputIsNo", {}, "",
+        OverwriteRow{"EndOfInputIsNo",
+                     {},
+                     "",
                      "Overwrite R/a.txt (Yes/No/All)? \r\nOverwrite R/b.log (Yes/No/All)? \r\n"
                      "0 File(s) copied\r\n",
-                     "old a", "old b"},
-        OverwriteRow{"YesThenNo", {}, "y\nn\n",
+                     "old a",
+                     "old b"},
+        OverwriteRow{"YesThenNo",
+                     {},
+                     "y\nn\n",
                      "Overwrite R/a.txt (Yes/No/All)? y\r\nL/a.txt\r\n"
                      "Overwrite R/b.log (Yes/No/All)? n\r\n1 File(s) copied\r\n",
-                     "alpha", "old b"},
-        OverwriteRow{"AllStopsAsking", {}, "All\r\n",
+                     "alpha",
+                     "old b"},
+        OverwriteRow{"AllStopsAsking",
+                     {},
+                     "All\r\n",
                      "Overwrite R/a.txt (Yes/No/All)? All\r\nL/a.txt\r\nL/b.log\r\n"
                      "2 File(s) copied\r\n",
-                     "alpha", "beta"},
-        OverwriteRow{"YesSwitch", {"/y"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n",
-                     "alpha", "beta"},
+                     "alpha",
+                     "beta"},
+        OverwriteRow{
+            "YesSwitch", {"/y"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n", "alpha", "beta"},
         OverwriteRow{"QuietAndYes", {"/q", "/y"}, "", "2 File(s) copied\r\n", "alpha", "beta"},
-        OverwriteRow{"ListOnlyCopiesNothing", {"/l"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s)\r\n",
-                     "old a", "old b"},
+        OverwriteRow{"ListOnlyCopiesNothing",
+                     {"/l"},
+                     "",
+                     "L/a.txt\r\nL/b.log\r\n2 File(s)\r\n",
+                     "old a",
+                     "old b"},
         // A later /-y wins over an earlier /y.
-        OverwriteRow{"PromptSwitchWins", {"/y", "/-y"}, "n\nn\n",
+        OverwriteRow{"PromptSwitchWins",
+                     {"/y", "/-y"},
+                     "n\nn\n",
                      "Overwrite R/a.txt (Yes/No/All)? n\r\nOverwrite R/b.log (Yes/No/All)? n\r\n"
                      "0 File(s) copied\r\n",
-                     "old a", "old b"}),
+                     "old a",
+                     "old b"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(Xcopy, CopycmdCanSayYes) {
@@ -184,14 +200,18 @@ TEST_F(Xcopy, ReadOnlyTargetNeedsR) {
     EXPECT_EQ(read("R/a.txt"), "old a");
     r = run({"/y", "/r", "L/a.txt", "R"});
     EXPECT_EQ(read("R/a.txt"), "alpha");
-    // Without /k the copy is writable again; with /k it keeps the source's bits.
-    EXPECT_TRUE((fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write) != fs::perms::none);
+    EXPECT_TRUE((fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write) !=
+                fs::perms::none);
 }
 
-TEST_F(Xcopy, KeepAttributes) {
+TEST_F(Xcopy, ReadOnlySourceGivesWritableCopyUnlessK) {
     fs::permissions(m_dir / "L/a.txt", fs::perms::owner_write, fs::perm_options::remove);
-    run({"/k", "L/a.txt", "R"});
-    EXPECT_EQ(fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write, fs::perms::none);
+    run({"L/a.txt", "R"});
+    run({"/k", "L/a.txt", "K/"});
+    EXPECT_NE(fs::status(m_dir / "R/a.txt").permissions() & fs::perms::owner_write,
+              fs::perms::none);
+    EXPECT_EQ(fs::status(m_dir / "K/a.txt").permissions() & fs::perms::owner_write,
+              fs::perms::none);
 }
 
 TEST_F(Xcopy, ContinueOnErrors) {
@@ -229,6 +249,16 @@ TEST_F(Xcopy, AcceptedSwitchesChangeNothing) {
     auto r = run({"L/a.txt", "R", "/z/b/j/g/n/o/x/a/m/v"});
     EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
     EXPECT_EQ(read("R/a.txt"), "alpha");
+}
+
+} // namespace
+
+namespace {
+
+TEST(ToolRegistry, ScriptsReachFindstrDirAndXcopy) {
+    EXPECT_EQ(pvcmd::findTool("FINDSTR"), &pvcmd::findstrMain);
+    EXPECT_EQ(pvcmd::findTool("dir.exe"), &pvcmd::dirMain);
+    EXPECT_EQ(pvcmd::findTool("Xcopy"), &pvcmd::xcopyMain);
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
-#include "app/recentfiles.h"
 #include "app/ui/formregistry.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
@@ -57,6 +56,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     m_timer = new QTimer(this);
     m_timer->setObjectName("Timer1");
     createMenus();
+    connectCommands();
     connectCompareCommands(*this);
     resize(1100, 760);
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
@@ -262,13 +262,6 @@ Pairview* MDIForm1::activeCompareWindow() const {
         if (f->objectName().toUpper() == "PAIRVIEW" && FormRegistry::tagOf(f) == tag)
             return qobject_cast<Pairview*>(f);
     return nullptr;
-}
-
-void MDIForm1::AddRecent(std::string& path) { pv::AddRecent(path, programSettings()); }
-
-long MDIForm1::runEditor(const std::string& path) {
-    std::string editor = programSettings().GetIniValueMin2("APPLICATION", "EDITOR", "Write.exe");
-    return startDetached(editor + " \"" + path + "\"");
 }
 
 void MDIForm1::closeThisForm(const QString& name) {

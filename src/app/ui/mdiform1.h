@@ -49,6 +49,27 @@ public:
     // Opens a file in the chosen editor; returns the task number or 0.
     long runEditor(const std::string& path);
 
+    // Menu commands, the refresh timer and launching (mdiform1commands.cpp).
+    long runEditorAssociation(const std::string& editor, const std::string& path);
+    void LoadFileIntoEditor(const std::string& path);
+    // The association opener, the "Open by association" and "Show INI" buttons of
+    // a compare window; each stores its task number in the window's lastTask.
+    void GetRelatedEXEforFileType(Pairview* window, const std::string& path);
+    void OpenByAssociation_Click(Pairview* window);
+    void ShowINI_Click(Pairview* window);
+    void Recent_Click(int index);
+    void mnuEditor_Click(int index);
+    void Timer1_Timer();
+    void mnu_Refresh_Click();
+    void mnu_Match_Click();
+    void mnu_Match_Parallel_Click();
+    void CompareForm_Click();
+    Pairview* CompareForm_Additional_Click();
+    void Cascade_Click();
+    void Horizontal_Click();
+    void Vertical_Click();
+    void UseAssociated_Click();
+
     void closeThisForm(const QString& name);
     void closeAllForms();
     void Exit_Click();
@@ -64,10 +85,15 @@ private:
     void addArray(QMenu* menu, const char* arrayName, int count, const char* firstCaption);
     void createSwitchMenus(QMenu* options);
     void MDIForm_Unload();
+    void connectCommands();
+    void refreshCompareWindow(Pairview* window, bool stamp);
+    void forwardToActive(const char* procedure);
+    void tileChildren(Qt::Orientation orientation);
 
     std::vector<std::string> m_arguments;
     QMdiArea* m_mdiArea = nullptr;
     QTimer* m_timer = nullptr;
+    int m_lastAdditionalIndex = 0; // additional compare windows' indexes are never reused
 };
 
 // The main window of the running program (nullptr before it exists).

@@ -85,6 +85,12 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     for (Side side : {Side::Left, Side::Right})
         connectPane(side);
     connectCompareControls();
+    if (m_frame) {
+        connect(findChild<QPushButton*>("ShowINIButton"), &QPushButton::clicked, this,
+                [this] { m_frame->ShowINI_Click(this); });
+        connect(findChild<QPushButton*>("OpenByAssociation"), &QPushButton::clicked, this,
+                [this] { m_frame->OpenByAssociation_Click(this); });
+    }
 }
 
 QString Pairview::tag() const { return FormRegistry::tagOf(this); }
@@ -260,9 +266,8 @@ QWidget* Pairview::createCommandArea() {
     grid->setColumnStretch(10, 1);
     // Buttons whose commands are not part of this window yet stay visible but
     // cannot be pressed, rather than doing nothing.
-    for (const char* name : {"CopySelected", "FindFile",
-                             "FindText", "CreateXcopy", "RunShell", "AddFavorite",
-                             "ShowINIButton", "OpenByAssociation"})
+    for (const char* name : {"CopySelected", "FindFile", "FindText", "CreateXcopy", "RunShell",
+                             "AddFavorite"})
         area->findChild<QPushButton*>(name)->setEnabled(false);
     return area;
 }
@@ -365,8 +370,10 @@ void Pairview::FileList_DblClick(Side side) {
     });
     skipOnError([&] { Set_StatusBar1("", "", "", "", t.label, name); });
     skipOnError([&] {
+        // With associations on, the opener stores its own task number.
         if (m_frame)
-            lastTask = m_frame->runEditor(full);
+            if (long task = m_frame->runEditor(full))
+                lastTask = task;
     });
 }
 

@@ -1,0 +1,86 @@
+// pvcmd: runs command scripts written for the Windows command interpreter, and
+// its built-in tools (fc, ...) directly from a shell.
+
+#include "platform/process.h"
+#include "pvcmd/interpreter.h"
+#include "pvcmd/tool.h"
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr const char* kUsage =
+    "Usage: pvcmd SCRIPT.cmd [ARGUMENTS]   run a command script\n"
+    "       pvcmd TOOL [ARGUMENTS]         run a built-in tool (fc)\n"
+    "       pvcmd TOOL /?                  show a tool's switches\n"
+    "       pvcmd --help                   show this text\n"
+    "\n"
+    "A script runs line by line: rem, echo, @, > and >> redirection, cd, cd /d,\n"
+    "pushd, popd, drive lines, exit, start, the built-in tools, and any other\n"
+    "line as a program that is waited for. %0..%9, %~1..%~9, %* and %% are\n"
+    "replaced only in scripts started with arguments.\n"
+    "\n"
+    "Exit status: the script's last command's, or the tool's (fc: 0 same,\n"
+    "1 different, 2 error). A command that cannot be found gives 127; other\n"
+    "statuses above 255 give 255. pvcmd's own usage errors give 2.\n";
+
+// A process exit status that a shell can read back unchanged.
+int shellStatus(int status) {
+    if (status == pvcmd::Interpreter::kNotRecognized)
+        return 127;
+    if (status < 0 || status > 255)
+        return 255;
+    return status;
+}
+
+bool isScriptName(const std::string& name) {
+    if (name.size() < 4)
+        return false;
+    std::string ext = name.substr(name.size() - 4);
+    for (char& c : ext)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+    return ext == ".cmd" || ext == ".bat";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::ios::sync_with_stdio(false);
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty()) {
+        std::cerr << kUsage;
+        return 2;
+    }
+    const std::string& first = args[0];
+    if (first == "--help" || first == "-h" || first == "/?") {
+        std::cout << kUsage;
+        return 0;
+    }
+    pvcmd::ToolIo io{std::cin, std::cout, std::cerr};
+    pvcmd::ToolMain tool = isScriptName(first) || first.find('/') != std::string::npos
+                               ? nullptr
+                               : pvcmd::findTool(first);
+    if (tool) {
+        int status = tool(pvcmd::ToolArgs(args.begin() + 1, args.end()), io);
+        std::cout.flush();
+        std::cerr.flush();
+        return shellStatus(status);
+    }
+    if (first.size() > 1 && first[0] == '-') {
+        std::cerr << "pvcmd: unknown option " << first << "\n" << kUsage;
+        return 2;
+    }
+    // The arguments a script sees keep their quotes, as the interpreter passes
+    // them on: an argument with blanks arrives as "a b".
+    std::vector<std::string> scriptArgs;
+    scriptArgs.push_back(first);
+    for (size_t i = 1; i < args.size(); ++i)
+        scriptArgs.push_back(pv::quoteArgument(args[i]));
+    pvcmd::Interpreter interpreter(io);
+    int status = interpreter.runScript(first, scriptArgs);
+    std::cout.flush();
+    std::cerr.flush();
+    return shellStatus(status);
+}

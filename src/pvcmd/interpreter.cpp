@@ -1,0 +1,527 @@
+#include "pvcmd/interpreter.h"
+
+#include "platform/process.h"
+#include "platform/runtimeerror.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <fstream>
+#include <iostream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace pvcmd {
+
+namespace {
+
+constexpr const char* kPathNotFound = "The system cannot find the path specified.";
+constexpr const char* kFileNotFound = "The system cannot find the file specified.";
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+std::string lower(std::string text) {
+    for (char& c : text)
+        if (c >= 'A' && c <= 'Z')
+            c = static_cast<char>(c - 'A' + 'a');
+    return text;
+}
+
+std::string trim(const std::string& text) {
+    size_t b = 0, e = text.size();
+    while (b < e && isBlank(text[b]))
+        ++b;
+    while (e > b && isBlank(text[e - 1]))
+        --e;
+    return text.substr(b, e - b);
+}
+
+std::string withoutQuotes(const std::string& text) {
+    std::string out;
+    for (char c : text)
+        if (c != '"')
+            out += c;
+    return out;
+}
+
+bool isDirectory(const std::string& path) {
+    struct stat st {};
+    return !path.empty() && ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+// "C:" or "C:\": a drive switch, which means nothing on POSIX.
+bool isDriveText(const std::string& text) {
+    return (text.size() == 2 || (text.size() == 3 && (text[2] == '\\' || text[2] == '/'))) &&
+           ((text[0] >= 'a' && text[0] <= 'z') || (text[0] >= 'A' && text[0] <= 'Z')) &&
+           text[1] == ':';
+}
+
+std::string currentDirectory() {
+    char buf[4096];
+    if (::getcwd(buf, sizeof buf))
+        return buf;
+    return {};
+}
+
+// The message the command interpreter gives for a file it cannot open.
+std::string openFailureText(int err) {
+    switch (err) {
+    case ENOENT:
+    case ENOTDIR:
+        return kPathNotFound;
+    case EACCES:
+    case EPERM:
+    case EISDIR:
+    case EROFS:
+        return "Access is denied.";
+    case ENOSPC:
+        return "There is not enough space on the disk.";
+    default:
+        return std::strerror(err);
+    }
+}
+
+// An output stream buffer over a file descriptor that remembers the first
+// write error instead of throwing, so a full disk is reported once and the
+// script goes on.
+class FdOutBuf : public std::streambuf {
+public:
+    explicit FdOutBuf(int fd) : m_fd(fd) { setp(m_buffer, m_buffer + sizeof m_buffer); }
+    ~FdOutBuf() override { flushBuffer(); }
+    int error() const { return m_error; }
+
+protected:
+    int_type overflow(int_type ch) override {
+        if (!flushBuffer())
+            return traits_type::eof();
+        if (!traits_type::eq_int_type(ch, traits_type::eof())) {
+            *pptr() = traits_type::to_char_type(ch);
+            pbump(1);
+        }
+        return traits_type::not_eof(ch);
+    }
+    int sync() override { return flushBuffer() ? 0 : -1; }
+
+private:
+    bool flushBuffer() {
+        const char* p = pbase();
+        size_t left = static_cast<size_t>(pptr() - pbase());
+        while (left > 0 && m_error == 0) {
+            ssize_t w = ::write(m_fd, p, left);
+            if (w < 0) {
+                if (errno == EINTR)
+                    continue;
+                m_error = errno;
+                break;
+            }
+            p += w;
+            left -= static_cast<size_t>(w);
+        }
+        setp(m_buffer, m_buffer + sizeof m_buffer);
+        return m_error == 0;
+    }
+
+    int m_fd;
+    int m_error = 0;
+    char m_buffer[16384];
+};
+
+// The files one line's redirections opened, for its duration.
+class RedirectedFiles {
+public:
+    ~RedirectedFiles() {
+        for (int fd : m_opened)
+            ::close(fd);
+    }
+
+    // Opens the targets; returns false (with errno in error) when one fails.
+    bool open(const std::vector<Redirection>& redirections, int& error, std::string& failed) {
+        for (const Redirection& r : redirections) {
+            int fd = -1;
+            if (r.target == "&1" || r.target == "&2") {
+                int from = r.target[1] - '0';
+                fd = from == 1 ? m_fds[0] : m_fds[1];
+                if (fd < 0)
+                    fd = from; // the interpreter's own handle
+            } else {
+                int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (r.append ? O_APPEND : O_TRUNC);
+                fd = ::open(r.target.c_str(), flags, 0666);
+                if (fd < 0) {
+                    error = errno;
+                    failed = r.target;
+                    return false;
+                }
+                m_opened.push_back(fd);
+            }
+            m_fds[r.handle == 2 ? 1 : 0] = fd;
+        }
+        return true;
+    }
+
+    // -1 when the handle is not redirected.
+    int outFd() const { return m_fds[0]; }
+    int errFd() const { return m_fds[1]; }
+
+private:
+    int m_fds[2] = {-1, -1};
+    std::vector<int> m_opened;
+};
+
+} // namespace
+
+Interpreter::Interpreter(ToolIo& io) : m_io(io) {}
+
+int Interpreter::runScript(const std::string& path, const std::vector<std::string>& args) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        m_io.err << kFileNotFound << "\r\n";
+        m_io.err.flush();
+        return 1;
+    }
+    m_args = args;
+    m_expand = args.size() > 1;
+    std::streambuf* in = file.rdbuf();
+    std::string raw;
+    bool tooLong = false;
+    for (;;) {
+        int c = in->sbumpc();
+        if (c == std::char_traits<char>::eof() || c == '\n') {
+            bool atEnd = c == std::char_traits<char>::eof();
+            if (atEnd && raw.empty() && !tooLong)
+                break;
+            if (tooLong) {
+                m_io.err << "The input line is too long.\r\n";
+                m_status = 1;
+            } else {
+                runLine(raw);
+            }
+            raw.clear();
+            tooLong = false;
+            if (atEnd || m_exit)
+                break;
+            continue;
+        }
+        if (tooLong)
+            continue;
+        raw += static_cast<char>(c);
+        if (raw.size() > kMaxLine + 1) // one more for a CR before the LF
+            tooLong = true;
+    }
+    m_io.out.flush();
+    m_io.err.flush();
+    return m_status;
+}
+
+int Interpreter::runText(const std::string& text, const std::vector<std::string>& args) {
+    m_args = args;
+    m_expand = args.size() > 1;
+    size_t start = 0;
+    while (start < text.size() && !m_exit) {
+        size_t end = text.find('\n', start);
+        if (end == std::string::npos)
+            end = text.size();
+        std::string raw = text.substr(start, end - start);
+        if (raw.size() > kMaxLine + 1) {
+            m_io.err << "The input line is too long.\r\n";
+            m_status = 1;
+        } else {
+            runLine(raw);
+        }
+        start = end + 1;
+    }
+    return m_status;
+}
+
+int Interpreter::runLine(const std::string& rawLine) {
+    std::string raw = rawLine;
+    if (!raw.empty() && raw.back() == '\r')
+        raw.pop_back();
+    // The system's interpreter reads a line only up to a NUL byte.
+    size_t nul = raw.find('\0');
+    if (nul != std::string::npos)
+        raw.resize(nul);
+    if (m_expand)
+        raw = expandArguments(raw, m_args);
+
+    // rem takes the rest of the line as it is: no redirection, no escapes.
+    size_t i = 0;
+    bool hidden = false;
+    while (i < raw.size() && (isBlank(raw[i]) || raw[i] == '@')) {
+        hidden = hidden || raw[i] == '@';
+        ++i;
+    }
+    std::string head = lower(raw.substr(i, 4));
+    if ((head.size() == 3 && head == "rem") ||
+        (head.size() == 4 && head.compare(0, 3, "rem") == 0 &&
+         (isBlank(head[3]) || head[3] == '.' || head[3] == ':' || head[3] == '/')) ||
+        raw.compare(i, 2, "::") == 0) {
+        if (m_echo && !hidden) {
+            m_io.out << "\r\n" << currentDirectory() << ">" << raw.substr(i) << " \r\n";
+        }
+        return m_status;
+    }
+
+    ScriptLine line = ScriptLine::parse(raw);
+    if (trim(line.text()).empty() && line.redirections().empty())
+        return m_status;
+    if (m_echo && !line.hidden())
+        m_io.out << "\r\n" << currentDirectory() << ">" << line.display() << "\r\n";
+    m_status = execute(line);
+    return m_status;
+}
+
+int Interpreter::execute(const ScriptLine& line) {
+    if (line.malformed()) {
+        m_io.err << "The syntax of the command is incorrect.\r\n";
+        return 1;
+    }
+    RedirectedFiles files;
+    int error = 0;
+    std::string failed;
+    if (!files.open(line.redirections(), error, failed)) {
+        m_io.err << openFailureText(error) << "\r\n";
+        m_io.err.flush();
+        return 1;
+    }
+    FdOutBuf outBuf(files.outFd() >= 0 ? files.outFd() : 1);
+    FdOutBuf errBuf(files.errFd() >= 0 ? files.errFd() : 2);
+    std::ostream outFile(&outBuf);
+    std::ostream errFile(&errBuf);
+    // Where no redirection applies, the interpreter's own streams stay in use.
+    std::ostream& out = files.outFd() >= 0 ? outFile : m_io.out;
+    std::ostream& err = files.errFd() >= 0 ? errFile : m_io.err;
+    ToolIo io{m_io.in, out, err};
+
+    const std::string text = trim(line.text());
+    size_t letters = 0;
+    while (letters < text.size() && ((text[letters] >= 'a' && text[letters] <= 'z') ||
+                                     (text[letters] >= 'A' && text[letters] <= 'Z')))
+        ++letters;
+    const std::string word = lower(text.substr(0, letters));
+    const char next = letters < text.size() ? text[letters] : '\0';
+    auto followedBy = [&](const char* allowed) {
+        return next == '\0' || std::strchr(allowed, next) != nullptr;
+    };
+
+    int status = 0;
+    if (word == "echo" && followedBy(" \t.:/(+,;=[]\\")) {
+        // The echoed text keeps its trailing blanks: take it from the untrimmed line.
+        const std::string& full = line.text();
+        size_t at = full.find_first_not_of(" \t");
+        status = runEcho(full.substr(at + 4), io);
+    } else if ((word == "cd" || word == "chdir") && followedBy(" \t./\\\"")) {
+        status = runCd(text.substr(letters), io);
+    } else if (word == "pushd" && followedBy(" \t./\\\"")) {
+        status = runPushd(text.substr(letters), io);
+    } else if (word == "popd" && followedBy(" \t")) {
+        status = runPopd();
+    } else if (word == "exit" && followedBy(" \t/")) {
+        status = runExit(text.substr(letters));
+    } else if (word == "start" && followedBy(" \t")) {
+        status = runStart(text.substr(letters), io);
+    } else if (word == "cls" && followedBy(" \t")) {
+        status = 0;
+    } else if (word == "pause" && followedBy(" \t")) {
+        io.out << "Press any key to continue . . . \r\n";
+        io.out.flush();
+        m_io.in.get();
+        status = m_status;
+    } else if (isDriveText(text) || isDirectory(withoutQuotes(text))) {
+        // A drive line, or the mount point Pairview writes as the drive: the
+        // directory is already current after the cd before it.
+        status = 0;
+    } else {
+        std::vector<std::string> words = pv::splitCommandLine(text);
+        if (ToolMain tool = findTool(words.empty() ? std::string() : words[0])) {
+            words.erase(words.begin());
+            status = tool(words, io);
+        } else {
+            status = runProgram(text, io, files.outFd(), files.errFd());
+        }
+    }
+    out.flush();
+    err.flush();
+    int writeError = outBuf.error() ? outBuf.error() : errBuf.error();
+    if (writeError != 0) {
+        m_io.err << openFailureText(writeError) << "\r\n";
+        m_io.err.flush();
+        if (status == 0)
+            status = 1;
+    }
+    return status;
+}
+
+int Interpreter::runEcho(const std::string& rest, ToolIo& io) {
+    // rest begins right after "echo": the first character separates.
+    std::string said = rest.empty() ? std::string() : rest.substr(1);
+    if (rest.empty() || ((rest[0] == ' ' || rest[0] == '\t') && trim(said).empty())) {
+        io.out << (m_echo ? "ECHO is on." : "ECHO is off.") << "\r\n";
+        return 0;
+    }
+    if (rest[0] == ' ' || rest[0] == '\t') {
+        std::string word = lower(trim(said));
+        if (word == "on" || word == "off") {
+            m_echo = word == "on";
+            return 0;
+        }
+    }
+    io.out << said << "\r\n";
+    return 0;
+}
+
+bool Interpreter::changeDirectory(const std::string& path, ToolIo& io) {
+    if (::chdir(path.c_str()) != 0) {
+        io.err << kPathNotFound << "\r\n";
+        return false;
+    }
+    return true;
+}
+
+int Interpreter::runCd(std::string rest, ToolIo& io) {
+    rest = trim(rest);
+    if (rest.size() >= 2 && rest[0] == '/' && (rest[1] == 'd' || rest[1] == 'D') &&
+        (rest.size() == 2 || isBlank(rest[2])))
+        rest = trim(rest.substr(2));
+    std::string path = trim(withoutQuotes(rest));
+    if (path.empty()) {
+        io.out << currentDirectory() << "\r\n";
+        return 0;
+    }
+    if (isDriveText(path))
+        return 0;
+    return changeDirectory(path, io) ? 0 : 1;
+}
+
+int Interpreter::runPushd(std::string rest, ToolIo& io) {
+    std::string path = trim(withoutQuotes(trim(rest)));
+    if (path.empty())
+        return 0;
+    std::string here = currentDirectory();
+    if (!changeDirectory(path, io))
+        return 1;
+    m_directoryStack.push_back(here);
+    return 0;
+}
+
+int Interpreter::runPopd() {
+    if (m_directoryStack.empty())
+        return 0;
+    std::string back = m_directoryStack.back();
+    m_directoryStack.pop_back();
+    if (::chdir(back.c_str()) != 0) {
+        m_io.err << kPathNotFound << "\r\n";
+        return 1;
+    }
+    return 0;
+}
+
+int Interpreter::runExit(const std::string& rest) {
+    std::vector<std::string> words = pv::splitCommandLine(rest);
+    int status = 0;
+    size_t at = 0;
+    if (at < words.size() && lower(words[at]) == "/b") {
+        status = m_status;
+        ++at;
+    }
+    if (at < words.size()) {
+        char* end = nullptr;
+        long value = std::strtol(words[at].c_str(), &end, 10);
+        if (end && *end == '\0')
+            status = static_cast<int>(value);
+    }
+    m_exit = true;
+    return status;
+}
+
+int Interpreter::runStart(const std::string& rest, ToolIo& io) {
+    std::string text = trim(rest);
+    std::vector<std::string> words = pv::splitCommandLine(text);
+    size_t at = 0;
+    if (!text.empty() && text[0] == '"' && !words.empty())
+        ++at; // the first quoted word is the window title
+    bool wait = false;
+    std::string directory;
+    while (at < words.size() && words[at].size() > 1 && words[at][0] == '/') {
+        std::string option = lower(words[at]);
+        if (option == "/wait")
+            wait = true;
+        else if (option == "/d" && at + 1 < words.size())
+            directory = words[++at];
+        else if (option.compare(0, 2, "/d") == 0)
+            directory = words[at].substr(2);
+        else if (option != "/min" && option != "/max" && option != "/b" && option != "/i" &&
+                 option != "/low" && option != "/normal" && option != "/high" &&
+                 option != "/realtime" && option != "/abovenormal" &&
+                 option != "/belownormal" && option != "/separate" && option != "/shared")
+            break;
+        ++at;
+    }
+    if (at >= words.size())
+        return 0;
+    std::string commandLine;
+    for (size_t k = at; k < words.size(); ++k)
+        commandLine += (k > at ? " " : "") + pv::quoteArgument(words[k]);
+    if (wait) {
+        // A waited start is a program line run in its own directory.
+        std::string here = currentDirectory();
+        if (!directory.empty() && ::chdir(directory.c_str()) != 0) {
+            io.err << kPathNotFound << "\r\n";
+            return 1;
+        }
+        int status = runProgram(commandLine, io, -1, -1);
+        if (!directory.empty() && ::chdir(here.c_str()) != 0)
+            io.err << kPathNotFound << "\r\n";
+        return status;
+    }
+    try {
+        pv::startDetached(commandLine, directory);
+        return 0;
+    } catch (const pv::RuntimeError& e) {
+        io.err << kFileNotFound << "\r\n";
+        return e.number() == ENOENT ? kNotRecognized : 1;
+    }
+}
+
+int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int errFd) {
+    std::vector<std::string> words = pv::splitCommandLine(text);
+    if (words.empty())
+        return m_status;
+    const std::string& name = words[0];
+    std::vector<std::string> argv;
+    // The current directory is searched before the search path.
+    if (name.find('/') == std::string::npos && ::access(name.c_str(), X_OK) == 0 &&
+        !isDirectory(name) && lower(name).find(".cmd") == std::string::npos &&
+        lower(name).find(".bat") == std::string::npos)
+        argv.push_back("./" + name);
+    else
+        argv = pv::resolveProgram(name);
+    auto notRecognized = [&] {
+        io.err << "'" << name << "' is not recognized as an internal or external command,\r\n"
+               << "operable program or batch file.\r\n";
+        return kNotRecognized;
+    };
+    if (argv.empty())
+        return notRecognized();
+    argv.insert(argv.end(), words.begin() + 1, words.end());
+    // What the interpreter wrote so far must come before the program's output.
+    io.out.flush();
+    io.err.flush();
+    m_io.out.flush();
+    m_io.err.flush();
+    std::cout.flush();
+    std::cerr.flush();
+    try {
+        return pv::runAndWait(argv, outFd, errFd);
+    } catch (const pv::RuntimeError& e) {
+        if (e.number() == ENOENT)
+            return notRecognized();
+        if (e.number() == EACCES) {
+            io.err << "Access is denied.\r\n";
+            return 1;
+        }
+        io.err << e.description() << "\r\n";
+        return 1;
+    }
+}
+
+} // namespace pvcmd

@@ -1,0 +1,60 @@
+#pragma once
+// Runs command scripts as the system's command interpreter runs the scripts
+// Pairview writes: echo, rem, redirection, cd, pushd/popd, drive lines, the
+// built-in tools, and any other line as a program that is waited for.
+// A failing line prints its message on the error output and the script goes on.
+
+#include "pvcmd/scriptline.h"
+#include "pvcmd/tool.h"
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+namespace pvcmd {
+
+class Interpreter {
+public:
+    // Exit status of a line that names nothing that can be run.
+    static constexpr int kNotRecognized = 9009;
+    // Longest line the interpreter accepts, as the system's does.
+    static constexpr size_t kMaxLine = 8191;
+
+    explicit Interpreter(ToolIo& io);
+
+    // Runs a script file. args[0] is the script as named, args[1..] its
+    // arguments; "%" expansion happens only when there are arguments.
+    // Returns the last command's exit status.
+    int runScript(const std::string& path, const std::vector<std::string>& args);
+
+    // Runs script text (LF or CR LF line ends) with the same rules.
+    int runText(const std::string& text, const std::vector<std::string>& args);
+
+    // Runs one line; returns its exit status (the previous status for lines that
+    // do not set one, such as rem and empty lines).
+    int runLine(const std::string& raw);
+
+    bool echoOn() const { return m_echo; }
+    bool exitRequested() const { return m_exit; }
+
+private:
+    int execute(const ScriptLine& line);
+    int runEcho(const std::string& rest, ToolIo& io);
+    int runCd(std::string rest, ToolIo& io);
+    int runPushd(std::string rest, ToolIo& io);
+    int runPopd();
+    int runExit(const std::string& rest);
+    int runStart(const std::string& rest, ToolIo& io);
+    int runProgram(const std::string& text, ToolIo& io, int outFd, int errFd);
+    bool changeDirectory(const std::string& path, ToolIo& io);
+
+    ToolIo& m_io;
+    bool m_echo = true;
+    bool m_exit = false;
+    bool m_expand = false;
+    int m_status = 0;
+    std::vector<std::string> m_args;
+    std::vector<std::string> m_directoryStack;
+};
+
+} // namespace pvcmd

@@ -1,0 +1,144 @@
+#include "pvcmd/scriptline.h"
+
+namespace pvcmd {
+
+namespace {
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+} // namespace
+
+ScriptLine ScriptLine::parse(const std::string& raw) {
+    ScriptLine line;
+    size_t i = 0;
+    const size_t n = raw.size();
+    while (i < n && (isBlank(raw[i]) || raw[i] == '@')) {
+        if (raw[i] == '@')
+            line.m_hidden = true;
+        ++i;
+    }
+    std::string& text = line.m_text;
+    bool quoted = false;
+    while (i < n) {
+        char c = raw[i];
+        if (c == '"') {
+            quoted = !quoted;
+            text += c;
+            ++i;
+            continue;
+        }
+        if (quoted) {
+            text += c;
+            ++i;
+            continue;
+        }
+        if (c == '^') {
+            if (i + 1 < n)
+                text += raw[i + 1];
+            i += 2;
+            continue;
+        }
+        if (c != '>') {
+            text += c;
+            ++i;
+            continue;
+        }
+        Redirection redirection;
+        // "2>x": a digit standing alone before the operator is a handle;
+        // "a2>x" keeps the digit as text.
+        if (!text.empty() && (text.back() == '1' || text.back() == '2') &&
+            (text.size() == 1 || isBlank(text[text.size() - 2]))) {
+            redirection.handle = text.back() - '0';
+            text.pop_back();
+        }
+        ++i;
+        if (i < n && raw[i] == '>') {
+            redirection.append = true;
+            ++i;
+        }
+        while (i < n && isBlank(raw[i]))
+            ++i;
+        std::string& target = redirection.target;
+        if (i < n && raw[i] == '&' && i + 1 < n && (raw[i + 1] == '1' || raw[i + 1] == '2')) {
+            target = raw.substr(i, 2);
+            i += 2;
+        } else {
+            bool inQuotes = false;
+            while (i < n) {
+                char t = raw[i];
+                if (t == '"') {
+                    inQuotes = !inQuotes;
+                    ++i;
+                    continue;
+                }
+                if (!inQuotes && (isBlank(t) || t == '>'))
+                    break;
+                if (!inQuotes && t == '^' && i + 1 < n) {
+                    target += raw[i + 1];
+                    i += 2;
+                    continue;
+                }
+                target += t;
+                ++i;
+            }
+        }
+        if (target.empty())
+            line.m_malformed = true;
+        line.m_redirections.push_back(redirection);
+    }
+    return line;
+}
+
+std::string ScriptLine::display() const {
+    std::string shown = m_text;
+    if (m_redirections.empty())
+        return shown + " ";
+    for (const Redirection& r : m_redirections) {
+        shown += " ";
+        shown += static_cast<char>('0' + r.handle);
+        shown += r.append ? ">>" : ">";
+        shown += r.target;
+    }
+    return shown;
+}
+
+std::string expandArguments(const std::string& line, const std::vector<std::string>& args) {
+    std::string out;
+    const size_t n = line.size();
+    for (size_t i = 0; i < n; ++i) {
+        char c = line[i];
+        if (c != '%') {
+            out += c;
+            continue;
+        }
+        if (i + 1 >= n)
+            break; // a lone "%" at the end is dropped
+        char next = line[i + 1];
+        if (next == '%') {
+            out += '%';
+            ++i;
+        } else if (next >= '0' && next <= '9') {
+            size_t index = static_cast<size_t>(next - '0');
+            if (index < args.size())
+                out += args[index];
+            ++i;
+        } else if (next == '~' && i + 2 < n && line[i + 2] >= '0' && line[i + 2] <= '9') {
+            size_t index = static_cast<size_t>(line[i + 2] - '0');
+            if (index < args.size()) {
+                std::string arg = args[index];
+                if (arg.size() >= 2 && arg.front() == '"' && arg.back() == '"')
+                    arg = arg.substr(1, arg.size() - 2);
+                else if (!arg.empty() && arg.front() == '"')
+                    arg.erase(0, 1);
+                out += arg;
+            }
+            i += 2;
+        } else if (next == '*') {
+            for (size_t k = 1; k < args.size(); ++k)
+                out += (k > 1 ? " " : "") + args[k];
+            ++i;
+        }
+        // any other "%" is dropped and the character after it kept
+    }
+    return out;
+}
+
+} // namespace pvcmd
