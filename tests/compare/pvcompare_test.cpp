@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -23,7 +24,8 @@ std::string shellQuote(const std::string& s) {
 }
 
 Result pvcompare(const std::string& home, const std::string& args) {
-    std::string cmd = "PAIRVIEW_HOME=" + shellQuote(home) + " " +
+    std::string cmd = "PAIRVIEW_HOME=" + shellQuote(home) + " PAIRVIEW_EDITOR=true PAIRVIEW_PVCMD=" +
+                      shellQuote(std::string(PV_BINARY_DIR) + "/pvcmd") + " " +
                       shellQuote(std::string(PV_BINARY_DIR) + "/pvcompare") + " " + args +
                       " 2>&1";
     Result r;
@@ -123,4 +125,36 @@ TEST_F(PvCompare, ErrorsGiveStatusTwo) {
     Result help = pvcompare(home.str(), "--help");
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.out.find("Exit status"), std::string::npos);
+}
+
+TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {
+    const std::string pvcmd = std::string(PV_BINARY_DIR) + "/pvcmd";
+    if (!std::filesystem::exists(pvcmd))
+        GTEST_SKIP() << "pvcmd is not built";
+    tree.write("l/same", "s\r\n");
+    tree.write("r/same", "s\r\n");
+    tree.write("l/x 100.txt", "a\r\nb\r\n");
+    tree.write("r/x 100.txt", "a\r\nccc\r\n");
+    tree.write("l/q&calc", "1\r\n");
+    tree.write("r/q&calc", "1\r\n");
+    Result r = pvcompare(home.str(), "--run " + shellQuote(tree / "l") + " " +
+                                         shellQuote(tree / "r"));
+    ASSERT_EQ(r.status, 1) << r.out;
+    // The script runs detached: wait for its last report.
+    std::string results;
+    for (int n = 0; n < 100; ++n) {
+        results = pvtest::readFile(home / "Pairview.txt");
+        if (results.find("Comparing files " + (tree / "l/x 100.txt")) != std::string::npos &&
+            results.find("*****\r\n\r\n") != std::string::npos)
+            break;
+        ::usleep(100000);
+    }
+    EXPECT_NE(results.find("Comparing files " + (tree / "l/same") + " and " + (tree / "r/same") +
+                           "\r\nFC: no differences encountered"),
+              std::string::npos)
+        << results;
+    EXPECT_NE(results.find("Comparing files " + (tree / "l/q&calc")), std::string::npos);
+    EXPECT_NE(results.find("***** " + (tree / "l/x 100.txt") + "\r\na\r\nb\r\n"),
+              std::string::npos)
+        << results;
 }
