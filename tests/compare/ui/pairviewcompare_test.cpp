@@ -202,3 +202,31 @@ TEST_F(PairviewCompareTest, StatusLineClicksAndSwitchBoxes) {
     EXPECT_TRUE(prompts.messages.empty());
     EXPECT_GT(window->lastTask, 0);
 }
+
+TEST_F(PairviewCompareTest, AttributesViewShowsTheChosenFile) {
+    tree.write("left/f.txt", "12345");
+    tree.write("right/g.txt", "1234567");
+    pv::Settings(ini).write("COMPARECONTROL", "LIST_DateTime", "True");
+    pvtest::setMTime(left + "/f.txt", 1778144707); // 2026-05-07 09:05:07 UTC
+    start();
+    QAction* attributes = frame->action("mnu_FileAttributes");
+    window->files(Side::Left)->setListIndex(-1);
+    window->files(Side::Right)->setListIndex(-1);
+    attributes->trigger();
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0],
+              "Please select a file to open. I will use the last file you clicked on.");
+    window->files(Side::Left)->setListIndex(0);
+    window->files(Side::Right)->setListIndex(0);
+    pv::globals().setClicked(pv::ClickedControl::FileOne);
+    attributes->trigger();
+    ASSERT_EQ(prompts.messages.size(), 2u);
+    EXPECT_EQ(prompts.titles[1], left + "/f.txt");
+    EXPECT_EQ(prompts.messages[1], "\r\n\r\nDate Last changed (yyyy/mm/dd): 2026\\05\\07 \r\n"
+                                   "Time Last changed:  9:5:7 \r\nLength:  5\r\n\r\n");
+    // Both selected and the right side clicked last: the right file.
+    pv::globals().setClicked(pv::ClickedControl::Dir2);
+    pv::Settings(ini).write("COMPARECONTROL", "LIST_DateTime", "False");
+    attributes->trigger();
+    EXPECT_EQ(prompts.messages.back(), " - 7");
+}
