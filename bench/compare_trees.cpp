@@ -92,7 +92,7 @@ double timeCommand(const std::string& command) {
 
 // Answers no question: a message during a benchmark would stop it.
 class SilentPrompter : public pv::Prompter {
-public:
+  public:
     void message(const std::string& text, const std::string&) override {
         std::fprintf(stderr, "message: %s\n", text.c_str());
     }
@@ -163,21 +163,21 @@ int main(int argc, char** argv) {
         Times t;
         std::string l = (root / "left").string(), r = (root / "right").string();
         for (int i = 0; i < runs; ++i) {
-            t.rsync = std::min(t.rsync, timeCommand("rsync -rn --itemize-changes '" + l + "/' '" +
-                                                    r + "/'"));
+            t.rsync = std::min(
+                t.rsync, timeCommand("rsync -rn --itemize-changes '" + l + "/' '" + r + "/'"));
             t.window = std::min(t.window, timeWindow(frame, root, sub));
             if (havePvcompare)
-                t.pvcompare = std::min(
-                    t.pvcompare, timeCommand("'" + pvcompare + "' -ini '" + ini + "' " +
-                                             (sub ? "-s " : "") + "'" + l + "' '" + r + "'"));
+                t.pvcompare = std::min(t.pvcompare,
+                                       timeCommand("'" + pvcompare + "' -ini '" + ini + "' " +
+                                                   (sub ? "-s " : "") + "'" + l + "' '" + r + "'"));
         }
         return t;
     };
     auto report = [&](const char* name, const Times& t, double target) {
         std::printf("%-7s rsync %7.3f s | window %7.3f s (%.2fx) | pvcompare %7.3f s (%.2fx) | "
                     "target %.0fx\n",
-                    name, t.rsync, t.window, t.window / t.rsync, t.pvcompare,
-                    t.pvcompare / t.rsync, target);
+                    name, t.rsync, t.window, t.window / t.rsync, t.pvcompare, t.pvcompare / t.rsync,
+                    target);
     };
     Times f = measure(flat, false);
     report("flat", f, 2);

@@ -48,7 +48,7 @@ side only (or a sub-directory has no counterpart), 2 on an error.
 
 // Prints the results-list lines as they come.
 class PrintingObserver : public pv::CompareObserver {
-public:
+  public:
     void setCntl(std::string_view) override {}
     bool isEmpty() const override { return m_lines == 0; }
     void addLine(std::string_view line) override {
@@ -60,13 +60,13 @@ public:
     void incrementProgress() override {}
     void completeProgress() override {}
 
-private:
+  private:
     long m_lines = 0;
 };
 
 // The panes as plain directories, listed as the file lists list them.
 class DirectoryPanes : public pv::ComparePanes {
-public:
+  public:
     DirectoryPanes(std::string left, std::string right, std::string pattern)
         : m_left(std::move(left)), m_right(std::move(right)), m_pattern(std::move(pattern)) {}
     std::string leftDir() const override { return m_left; }
@@ -97,7 +97,7 @@ public:
         return paths;
     }
 
-private:
+  private:
     std::string m_left, m_right, m_pattern;
     std::vector<std::string> m_leftFiles, m_rightFiles;
     bool m_leftListed = false, m_rightListed = false;
@@ -150,11 +150,8 @@ int main(int argc, char** argv) {
         pv::Settings settings(ini.empty() ? paths.settingsPath : ini);
         PrintingObserver observer;
         pv::DirectoryCompare compare(
-            observer,
-            pv::CompareFiles::forWindow(paths.programDirectory, ""),
-            [run](const std::string& command) {
-                return run ? pv::startDetached(command) : 0L;
-            });
+            observer, pv::CompareFiles::forWindow(paths.programDirectory, ""),
+            [run](const std::string& command) { return run ? pv::startDetached(command) : 0L; });
         DirectoryPanes panes(paneDir(dirs[0]), paneDir(dirs[1]), pattern);
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;

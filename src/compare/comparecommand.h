@@ -14,7 +14,7 @@ class CompareObserver;
 
 // The two panes as the compare sees them.
 class ComparePanes {
-public:
+  public:
     virtual ~ComparePanes() = default;
     virtual std::string leftDir() const = 0;
     virtual std::string rightDir() const = 0;
@@ -50,7 +50,7 @@ struct CompareTotals {
 };
 
 class CompareCommand {
-public:
+  public:
     // `readCall` gives the options of the CompareDirectories calls of a run.
     CompareCommand(DirectoryCompare& compare, CompareObserver& observer, ComparePanes& panes,
                    std::function<DirectoryCompare::Call()> readCall);
@@ -63,7 +63,7 @@ public:
     // errors inside a sub-directory walk are passed over pair by pair.
     CompareTotals run(bool includeSubDirectories);
 
-private:
+  private:
     void comparePanes(bool subDirectoryMode);
 
     DirectoryCompare& m_compare;

@@ -1,8 +1,8 @@
 #include "compare/directorycompare.h"
 
 #include "compare/compareobserver.h"
-#include "compare/scripttext.h"
 #include "compare/fileattributes.h"
+#include "compare/scripttext.h"
 #include "platform/clock.h"
 
 namespace pv {
@@ -61,8 +61,8 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
         };
     }
     CompareEngine engine(call.options, attributes);
-    CompareInput input{panes.leftDir, panes.rightDir, &panes.left, &panes.right,
-                       m_files.results, call.capture};
+    CompareInput input{panes.leftDir, panes.rightDir,  &panes.left,
+                       &panes.right,  m_files.results, call.capture};
     CompareEngine::CaptureFunction capture;
     if (capturing)
         capture = [this](const std::string& dir, const std::string& name) {
@@ -106,9 +106,9 @@ void DirectoryCompare::finishRun(const CompareOptions& options) {
     m_script.writeLine();
     m_script.close();
     if (m_start)
-        m_lastTask = m_start(m_files.script.find(' ') == std::string::npos
-                                  ? m_files.script
-                                  : "\"" + m_files.script + "\"");
+        m_lastTask =
+            m_start(m_files.script.find(' ') == std::string::npos ? m_files.script
+                                                                  : "\"" + m_files.script + "\"");
 }
 
 } // namespace pv

@@ -35,7 +35,7 @@ struct PaneLists {
 };
 
 class DirectoryCompare {
-public:
+  public:
     using Starter = std::function<long(const std::string& commandLine)>;
     using AttributeFunction = CompareEngine::AttributeFunction;
 
@@ -47,7 +47,7 @@ public:
     struct Call {
         CompareOptions options;
         CaptureSelection capture = CaptureSelection::None;
-        bool replace = true;         // "Replace" selected rather than "Append"
+        bool replace = true; // "Replace" selected rather than "Append"
         bool subDirectoryMode = false;
     };
 
@@ -71,7 +71,7 @@ public:
     void setAttrOne(std::string text) { m_attrOne = std::move(text); }
     void setAttrTwo(std::string text) { m_attrTwo = std::move(text); }
 
-private:
+  private:
     void writeResultsStart(const std::string& text);
 
     CompareObserver& m_observer;

@@ -29,9 +29,8 @@ namespace {
 
 bool isHiddenName(const std::string& path) {
     auto slash = path.find_last_of('/');
-    std::string_view name = slash == std::string::npos
-                                ? std::string_view(path)
-                                : std::string_view(path).substr(slash + 1);
+    std::string_view name = slash == std::string::npos ? std::string_view(path)
+                                                       : std::string_view(path).substr(slash + 1);
     return !name.empty() && name.front() == '.';
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 // Panes over a pretend tree: file lists and sub-directories by directory.
 class FakePanes : public ComparePanes {
-public:
+  public:
     std::map<std::string, std::vector<std::string>> files, subdirs;
     std::string left = "/l", right = "/r";
     bool stop = true; // cleared by a sub-directory run

@@ -33,18 +33,18 @@ namespace {
 
 // Reports a press on one of the status line's panels.
 class PanelPressFilter : public QObject {
-public:
+  public:
     PanelPressFilter(QObject* parent, std::function<void()> pressed)
         : QObject(parent), m_pressed(std::move(pressed)) {}
 
-protected:
+  protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::MouseButtonRelease)
             m_pressed();
         return QObject::eventFilter(watched, event);
     }
 
-private:
+  private:
     std::function<void()> m_pressed;
 };
 
@@ -52,8 +52,12 @@ private:
 
 // --- the panes as the compare sees them ---
 
-std::string PairviewCompare::leftDir() const { return m_form.dir(Side::Left)->path(); }
-std::string PairviewCompare::rightDir() const { return m_form.dir(Side::Right)->path(); }
+std::string PairviewCompare::leftDir() const {
+    return m_form.dir(Side::Left)->path();
+}
+std::string PairviewCompare::rightDir() const {
+    return m_form.dir(Side::Right)->path();
+}
 
 PaneLists PairviewCompare::lists() {
     return {leftDir(), rightDir(), m_form.files(Side::Left)->names(),
@@ -157,7 +161,9 @@ void Pairview::connectCompareControls() {
             new PanelPressFilter(this, [this, panel] { StatusBar1_PanelClick(panel); }));
 }
 
-bool Pairview::compareRunning() const { return m_compare->running; }
+bool Pairview::compareRunning() const {
+    return m_compare->running;
+}
 
 std::string Pairview::GetFileAttributes(const std::string& path) const {
     return pv::GetFileAttributes(programSettings(), path);
@@ -221,10 +227,10 @@ void Pairview::CompareDirectories() {
 void Pairview::compare_singles(const std::string& fileName1, const std::string& dirPath1,
                                const std::string& fileName2, const std::string& dirPath2) {
     const std::string& programDir = globals().paths.programDirectory;
-    std::string command = compareSinglesCommand(
-        programDir, fileName1, dirPath1, fileName2, dirPath2,
-        singleResultFile(programDir, tag().trimmed().toStdString()),
-        readCompareOptions(programSettings()));
+    std::string command =
+        compareSinglesCommand(programDir, fileName1, dirPath1, fileName2, dirPath2,
+                              singleResultFile(programDir, tag().trimmed().toStdString()),
+                              readCompareOptions(programSettings()));
     lastTask = startDetached(command);
 }
 
@@ -235,7 +241,9 @@ void Pairview::CompareSingle_Click() {
     });
 }
 
-void Pairview::StatusBar1_PanelClick(int) { CompareSingle_Click(); }
+void Pairview::StatusBar1_PanelClick(int) {
+    CompareSingle_Click();
+}
 
 void Pairview::fc_lb_Change() {
     if (auto* e = findChild<QLineEdit*>("fc_lb"))
@@ -251,11 +259,9 @@ void Pairview::Set_StatusBar1(const std::string& text1, const std::string& text2
                               const std::string& text3, const std::string& text4,
                               const std::string& label, const std::string& fileName) {
     Side side = label == "file one:" ? Side::Left : Side::Right;
-    m_compare->status.Set_StatusBar1(text1, text2, text3, text4, label, fileName, attrOne,
-                                     attrTwo, [&] {
-                                         return GetFileAttributes(
-                                             joinPath(dir(side)->path(), fileName));
-                                     });
+    m_compare->status.Set_StatusBar1(
+        text1, text2, text3, text4, label, fileName, attrOne, attrTwo,
+        [&] { return GetFileAttributes(joinPath(dir(side)->path(), fileName)); });
     const StatusLine::Panels& panels = m_compare->status.panels();
     for (size_t i = 0; i < panels.size(); ++i)
         m_statusPanels[i]->setText(QString::fromStdString(panels[i]));
@@ -277,9 +283,8 @@ void mnu_FileAttributes_Click() {
                 "Please select a file to open. I will use the last file you clicked on.");
             return;
         }
-        FileListBox* chosen = haveLeft && haveRight
-                                  ? (globals().rightSideClicked() ? right : left)
-                                  : (haveLeft ? left : right);
+        FileListBox* chosen = haveLeft && haveRight ? (globals().rightSideClicked() ? right : left)
+                                                    : (haveLeft ? left : right);
         std::string path = joinPath(chosen->path(), chosen->selectedName());
         if (path.empty()) {
             prompter().message("File not selected for attributes");
@@ -314,8 +319,8 @@ void connectCompareCommands(MDIForm1& frame) {
     on("mnu_FileAttributes", [] { mnu_FileAttributes_Click(); });
     auto openResults = [](const std::string& prefix) {
         dispatchCommand("Compare_Results", [&] {
-            mainWindow()->runEditor(
-                perWindowFileName(globals().paths.resultsPath, prefix + globals().activeCompareTag));
+            mainWindow()->runEditor(perWindowFileName(globals().paths.resultsPath,
+                                                      prefix + globals().activeCompareTag));
         });
     };
     on("ShowCompareResults", [openResults] { openResults(""); });

@@ -12,7 +12,7 @@ namespace pv {
 class Pairview;
 
 class PairviewCompare : public ComparePanes {
-public:
+  public:
     explicit PairviewCompare(Pairview& form) : m_form(form) {}
 
     std::string leftDir() const override;
@@ -35,7 +35,7 @@ public:
     bool running = false;
     StatusLine status;
 
-private:
+  private:
     Pairview& m_form;
     QElapsedTimer m_sinceEvents;
 };

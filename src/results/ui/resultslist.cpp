@@ -35,8 +35,8 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     // A fixed-pitch font, so that the padded columns line up.
     // "Courier New" first; where it is not installed, the usual fixed-pitch faces.
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setFamilies({"Courier New", "DejaVu Sans Mono", "Liberation Mono", "Courier",
-                      font.family()});
+    font.setFamilies(
+        {"Courier New", "DejaVu Sans Mono", "Liberation Mono", "Courier", font.family()});
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
     m_list->setFont(font);
@@ -145,7 +145,9 @@ void ResultsList::CompleteProgressBar1() {
         paintNow();
 }
 
-bool ResultsList::isEmpty() const { return m_pending.isEmpty() && m_list->count() == 0; }
+bool ResultsList::isEmpty() const {
+    return m_pending.isEmpty() && m_list->count() == 0;
+}
 
 void ResultsList::addLine(std::string_view line) {
     m_pending.append(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())));
@@ -172,7 +174,8 @@ void ResultsList::paintNow() {
         if (m_progressComplete)
             m_percentage->setText("100");
         else if (value > 0)
-            m_percentage->setText(QString::fromStdString(progressPercentText(value, m_progressMax)));
+            m_percentage->setText(
+                QString::fromStdString(progressPercentText(value, m_progressMax)));
     }
     // While a compare runs its newest line is selected, so the list follows it
     // (a selection then starts no single compare); otherwise it only scrolls.
@@ -221,7 +224,9 @@ int ResultsList::selectedLine() const {
     return m_list->currentRow();
 }
 
-QString ResultsList::progressText() const { return m_percentage->text(); }
+QString ResultsList::progressText() const {
+    return m_percentage->text();
+}
 
 void ResultsList::List1_Click() {
     if (m_cntl == "Process")

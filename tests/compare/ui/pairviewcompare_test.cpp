@@ -26,7 +26,7 @@ using pv::Side;
 namespace {
 
 class PairviewCompareTest : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         m_oldCwd = QDir::currentPath();
         // Scripts are "started" by a program that does nothing.
@@ -71,7 +71,7 @@ protected:
     std::unique_ptr<pv::MDIForm1> frame;
     pv::Pairview* window = nullptr;
 
-private:
+  private:
     QString m_oldCwd;
 };
 
