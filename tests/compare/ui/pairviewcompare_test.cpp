@@ -16,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -229,4 +230,21 @@ TEST_F(PairviewCompareTest, AttributesViewShowsTheChosenFile) {
     pv::Settings(ini).write("COMPARECONTROL", "LIST_DateTime", "False");
     attributes->trigger();
     EXPECT_EQ(prompts.messages.back(), " - 7");
+}
+
+TEST_F(PairviewCompareTest, AClickOnStopProcessingReachesARunningWalk) {
+    tree.write("left/x/a", "1");
+    tree.write("right/x/a", "1");
+    start();
+    frame->action("mnu_Options_Compare_Include_Sub_Directories")->setChecked(true);
+    auto* stop = window->findChild<QCheckBox*>("StopProcessing");
+    // Delivered by the event loop, so only when the walk lets events through.
+    QTimer::singleShot(0, stop, [stop] { stop->setChecked(true); });
+    pressCompare();
+    EXPECT_TRUE(stop->isChecked());
+    EXPECT_EQ(count("Directory 1: "), 0);
+    EXPECT_EQ(results().back().rfind("end of subdirectory compare\t", 0), 0u);
+    // A press with the box checked clears it and walks.
+    pressCompare();
+    EXPECT_EQ(count("Directory 1: "), 2);
 }
