@@ -1,6 +1,7 @@
 #include "compare/filelisting.h"
 
 #include "platform/runtimeerror.h"
+#include "platform/wildcard.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -13,29 +14,6 @@ namespace pv {
 namespace {
 
 char upperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
-
-bool wildcardMatch(std::string_view name, std::string_view pattern) {
-    // Iterative matcher with one back-tracking point for the last "*".
-    std::size_t n = 0, p = 0, starP = std::string_view::npos, starN = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && pattern[p] == '*') {
-            starP = p++;
-            starN = n;
-        } else if (p < pattern.size() &&
-                   (pattern[p] == '?' || upperAscii(pattern[p]) == upperAscii(name[n]))) {
-            ++p;
-            ++n;
-        } else if (starP != std::string_view::npos) {
-            p = starP + 1;
-            n = ++starN;
-        } else {
-            return false;
-        }
-    }
-    while (p < pattern.size() && pattern[p] == '*')
-        ++p;
-    return p == pattern.size();
-}
 
 enum class EntryKind { Files, Directories };
 
@@ -102,18 +80,8 @@ bool matchesPatternList(std::string_view name, std::string_view patternList) {
             pattern.remove_prefix(1);
         while (!pattern.empty() && pattern.back() == ' ')
             pattern.remove_suffix(1);
-        if (!pattern.empty()) {
-            if (pattern == "*.*" || pattern == "*")
-                return true;
-            if (wildcardMatch(name, pattern))
-                return true;
-            // "name.*" also matches "name" without an extension, as on the
-            // system the patterns come from.
-            if (pattern.size() > 2 && pattern.substr(pattern.size() - 2) == ".*" &&
-                name.find('.') == std::string_view::npos &&
-                wildcardMatch(name, pattern.substr(0, pattern.size() - 2)))
-                return true;
-        }
+        if (!pattern.empty() && wildcardMatch(name, pattern))
+            return true;
         start = end + 1;
     }
     return false;

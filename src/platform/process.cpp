@@ -61,7 +61,7 @@ bool isScriptName(const std::string& name) {
 
 // Owns the actions and attributes of one posix_spawn call.
 class SpawnSetup {
-public:
+  public:
     SpawnSetup() {
         posix_spawn_file_actions_init(&m_actions);
         posix_spawnattr_init(&m_attr);
@@ -84,8 +84,8 @@ pid_t spawn(const std::vector<std::string>& argv, SpawnSetup& setup) {
         args.push_back(const_cast<char*>(a.c_str()));
     args.push_back(nullptr);
     pid_t pid = 0;
-    int rc = ::posix_spawn(&pid, argv[0].c_str(), &setup.m_actions, &setup.m_attr, args.data(),
-                           environ);
+    int rc =
+        ::posix_spawn(&pid, argv[0].c_str(), &setup.m_actions, &setup.m_attr, args.data(), environ);
     if (rc != 0)
         throw RuntimeError::fromErrno(rc, argv[0]);
     return pid;
@@ -226,6 +226,13 @@ long startDetached(const std::string& commandLine, const std::string& workingDir
     if (argv.empty())
         throw RuntimeError::fromErrno(ENOENT, words[0]);
     argv.insert(argv.end(), words.begin() + 1, words.end());
+
+    // Checked here so that the error names the directory, not the program.
+    struct stat dirInfo {};
+    if (!workingDirectory.empty() && ::stat(workingDirectory.c_str(), &dirInfo) != 0)
+        throw RuntimeError::fromErrno(errno, workingDirectory);
+    if (!workingDirectory.empty() && !S_ISDIR(dirInfo.st_mode))
+        throw RuntimeError::fromErrno(ENOTDIR, workingDirectory);
 
     SpawnSetup setup;
     short flags = POSIX_SPAWN_SETSID;

@@ -33,7 +33,10 @@ std::string pvcmdPath();
 
 // Starts a command line detached (not waited on, no handle kept) after resolving
 // its first word with resolveProgram. For a script, what it prints outside its own
-// redirections goes to SCRIPT.log beside it. Returns the process id.
+// redirections goes to a log beside it: the script's name plus ".log"
+// ("Pairview.cmd" -> "Pairview.cmd.log"). Returns the process id.
+// The program runs in a new session with standard input from /dev/null; a
+// missing working directory throws with the directory's name.
 // Throws RuntimeError (errno number and text) when the program cannot be started;
 // a program that cannot be found gives ENOENT with the program name in the text.
 long startDetached(const std::string& commandLine, const std::string& workingDirectory = {});

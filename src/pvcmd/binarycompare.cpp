@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <vector>
+#include <memory>
 
 namespace pvcmd {
 
@@ -14,9 +14,9 @@ constexpr char kHex[] = "0123456789ABCDEF";
 
 // Fills buf as far as the file allows; returns the byte count, and sets failed
 // on a read error.
-size_t readBlock(std::FILE* file, std::vector<char>& buf, bool& failed) {
-    size_t got = std::fread(buf.data(), 1, buf.size(), file);
-    if (got < buf.size() && std::ferror(file))
+size_t readBlock(std::FILE* file, char* buf, bool& failed) {
+    size_t got = std::fread(buf, 1, kBlock, file);
+    if (got < kBlock && std::ferror(file))
         failed = true;
     return got;
 }
@@ -47,8 +47,9 @@ void appendDifference(std::string& out, unsigned long long offset, unsigned char
 
 int BinaryCompare::run(std::FILE* file1, const std::string& name1, std::FILE* file2,
                        const std::string& name2) {
-    std::vector<char> buf1(kBlock);
-    std::vector<char> buf2(kBlock);
+    // Not zero-filled: for a small file only the pages that are read get touched.
+    std::unique_ptr<char[]> buf1(new char[kBlock]);
+    std::unique_ptr<char[]> buf2(new char[kBlock]);
     std::string report;
     report.reserve(64 * 1024);
     bool differ = false;
@@ -58,12 +59,12 @@ int BinaryCompare::run(std::FILE* file1, const std::string& name1, std::FILE* fi
     bool end1 = false, end2 = false;
     for (;;) {
         if (pos1 == len1 && !end1) {
-            len1 = readBlock(file1, buf1, fail1);
+            len1 = readBlock(file1, buf1.get(), fail1);
             pos1 = 0;
             end1 = len1 == 0;
         }
         if (pos2 == len2 && !end2) {
-            len2 = readBlock(file2, buf2, fail2);
+            len2 = readBlock(file2, buf2.get(), fail2);
             pos2 = 0;
             end2 = len2 == 0;
         }
@@ -76,8 +77,8 @@ int BinaryCompare::run(std::FILE* file1, const std::string& name1, std::FILE* fi
         if (end1 || end2)
             break;
         size_t n = std::min(len1 - pos1, len2 - pos2);
-        const char* p1 = buf1.data() + pos1;
-        const char* p2 = buf2.data() + pos2;
+        const char* p1 = buf1.get() + pos1;
+        const char* p2 = buf2.get() + pos2;
         if (std::memcmp(p1, p2, n) != 0) {
             for (size_t i = 0; i < n; ++i) {
                 if (p1[i] != p2[i]) {

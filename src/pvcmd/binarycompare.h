@@ -9,17 +9,16 @@
 namespace pvcmd {
 
 class BinaryCompare {
-public:
+  public:
     explicit BinaryCompare(std::ostream& out) : m_out(out) {}
 
     // Writes the report (not the header). Returns 0 when the files are equal,
     // 1 when they differ, 2 when reading failed (errorFile names the file).
-    int run(std::FILE* file1, const std::string& name1, std::FILE* file2,
-            const std::string& name2);
+    int run(std::FILE* file1, const std::string& name1, std::FILE* file2, const std::string& name2);
     const std::string& errorFile() const { return m_errorFile; }
     int error() const { return m_error; }
 
-private:
+  private:
     std::ostream& m_out;
     std::string m_errorFile;
     int m_error = 0;

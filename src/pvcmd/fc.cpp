@@ -55,8 +55,8 @@ bool hasBinaryExtension(const std::string& name) {
         return false;
     std::string ext;
     for (size_t i = dot; i < name.size(); ++i)
-        ext += static_cast<char>(
-            (name[i] >= 'A' && name[i] <= 'Z') ? name[i] - 'A' + 'a' : name[i]);
+        ext +=
+            static_cast<char>((name[i] >= 'A' && name[i] <= 'Z') ? name[i] - 'A' + 'a' : name[i]);
     for (const char* binary : {".exe", ".com", ".sys", ".obj", ".lib", ".bin"})
         if (ext == binary)
             return true;
@@ -94,7 +94,7 @@ std::string openFailureText(int err) {
 }
 
 class FilePtr {
-public:
+  public:
     explicit FilePtr(std::FILE* file) : m_file(file) {}
     ~FilePtr() {
         if (m_file)
@@ -104,7 +104,7 @@ public:
     FilePtr& operator=(const FilePtr&) = delete;
     std::FILE* get() const { return m_file; }
 
-private:
+  private:
     std::FILE* m_file;
 };
 
@@ -181,8 +181,8 @@ std::vector<std::pair<std::string, std::string>> filePairs(const std::string& fi
     FileMask target(second);
     for (const std::string& left : lefts) {
         if (FileMask::hasWildcard(target.pattern()))
-            pairs.emplace_back(left,
-                               target.directory() + FileMask::mapName(target.pattern(), baseName(left)));
+            pairs.emplace_back(left, target.directory() +
+                                         FileMask::mapName(target.pattern(), baseName(left)));
         else
             pairs.emplace_back(left, second);
     }

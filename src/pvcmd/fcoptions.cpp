@@ -35,15 +35,32 @@ FcOptions::Switch FcOptions::apply(const std::string& word, bool looksLikePath) 
         return Switch::Help;
     if (name.size() == 1) {
         switch (name[0]) {
-        case 'a': abbreviate = true; return Switch::Applied;
-        case 'b': binary = true; return Switch::Applied;
-        case 'c': ignoreCase = true; return Switch::Applied;
-        case 'l': forceText = true; return Switch::Applied;
-        case 'n': lineNumbers = true; return Switch::Applied;
-        case 't': keepTabs = true; return Switch::Applied;
-        case 'u': unicode = true; return Switch::Applied;
-        case 'w': compressBlanks = true; return Switch::Applied;
-        default: break;
+        case 'a':
+            abbreviate = true;
+            return Switch::Applied;
+        case 'b':
+            binary = true;
+            return Switch::Applied;
+        case 'c':
+            ignoreCase = true;
+            return Switch::Applied;
+        case 'l':
+            forceText = true;
+            return Switch::Applied;
+        case 'n':
+            lineNumbers = true;
+            return Switch::Applied;
+        case 't':
+            keepTabs = true;
+            return Switch::Applied;
+        case 'u':
+            unicode = true;
+            return Switch::Applied;
+        case 'w':
+            compressBlanks = true;
+            return Switch::Applied;
+        default:
+            break;
         }
     }
     if (name == "off" || name == "offline")

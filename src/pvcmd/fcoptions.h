@@ -6,16 +6,16 @@
 namespace pvcmd {
 
 struct FcOptions {
-    bool abbreviate = false;   // /a
-    bool binary = false;       // /b
-    bool ignoreCase = false;   // /c
-    bool forceText = false;    // /l
-    bool lineNumbers = false;  // /n
-    bool keepTabs = false;     // /t
-    bool unicode = false;      // /u
+    bool abbreviate = false;     // /a
+    bool binary = false;         // /b
+    bool ignoreCase = false;     // /c
+    bool forceText = false;      // /l
+    bool lineNumbers = false;    // /n
+    bool keepTabs = false;       // /t
+    bool unicode = false;        // /u
     bool compressBlanks = false; // /w
-    int lineBuffer = 100;      // /lbN
-    int resyncLines = 2;       // /N
+    int lineBuffer = 100;        // /lbN
+    int resyncLines = 2;         // /N
 
     // Largest /lbN and /N accepted: the resync search is quadratic in the buffer.
     static constexpr int kMaxLines = 32767;

@@ -1,39 +1,12 @@
 #include "pvcmd/filemask.h"
 
+#include "platform/wildcard.h"
+
 #include <algorithm>
 #include <dirent.h>
 #include <sys/stat.h>
 
 namespace pvcmd {
-
-namespace {
-
-char fold(char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool matchFrom(const std::string& p, size_t pi, const std::string& s, size_t si) {
-    // Iterative wildcard match with single-star backtracking: linear in practice
-    // and never exponential for hostile masks like "*a*a*a*a*b".
-    size_t starP = std::string::npos, starS = 0;
-    while (si < s.size()) {
-        if (pi < p.size() && p[pi] == '*') {
-            starP = pi++;
-            starS = si;
-        } else if (pi < p.size() && (p[pi] == '?' || fold(p[pi]) == fold(s[si]))) {
-            ++pi;
-            ++si;
-        } else if (starP != std::string::npos) {
-            pi = starP + 1;
-            si = ++starS;
-        } else {
-            return false;
-        }
-    }
-    while (pi < p.size() && p[pi] == '*')
-        ++pi;
-    return pi == p.size();
-}
-
-} // namespace
 
 FileMask::FileMask(std::string mask) {
     size_t slash = mask.rfind('/');
@@ -45,15 +18,9 @@ FileMask::FileMask(std::string mask) {
     }
 }
 
-bool FileMask::hasWildcard(const std::string& text) {
-    return text.find_first_of("*?") != std::string::npos;
-}
+bool FileMask::hasWildcard(const std::string& text) { return pv::hasWildcard(text); }
 
-bool FileMask::matches(const std::string& name) const {
-    if (m_pattern == "*.*")
-        return true;
-    return matchFrom(m_pattern, 0, name, 0);
-}
+bool FileMask::matches(const std::string& name) const { return pv::wildcardMatch(name, m_pattern); }
 
 std::vector<std::string> FileMask::expand() const {
     std::vector<std::string> names;

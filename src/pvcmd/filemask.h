@@ -8,7 +8,7 @@
 namespace pvcmd {
 
 class FileMask {
-public:
+  public:
     explicit FileMask(std::string mask);
 
     static bool hasWildcard(const std::string& text);
@@ -31,7 +31,7 @@ public:
     const std::string& directory() const { return m_directory; }
     const std::string& pattern() const { return m_pattern; }
 
-private:
+  private:
     std::string m_directory; // with its trailing "/", or empty
     std::string m_pattern;
 };

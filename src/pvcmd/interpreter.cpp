@@ -18,7 +18,9 @@ namespace {
 constexpr const char* kPathNotFound = "The system cannot find the path specified.";
 constexpr const char* kFileNotFound = "The system cannot find the file specified.";
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 
 std::string lower(std::string text) {
     for (char& c : text)
@@ -85,12 +87,12 @@ std::string openFailureText(int err) {
 // write error instead of throwing, so a full disk is reported once and the
 // script goes on.
 class FdOutBuf : public std::streambuf {
-public:
+  public:
     explicit FdOutBuf(int fd) : m_fd(fd) { setp(m_buffer, m_buffer + sizeof m_buffer); }
     ~FdOutBuf() override { flushBuffer(); }
     int error() const { return m_error; }
 
-protected:
+  protected:
     int_type overflow(int_type ch) override {
         if (!flushBuffer())
             return traits_type::eof();
@@ -102,7 +104,7 @@ protected:
     }
     int sync() override { return flushBuffer() ? 0 : -1; }
 
-private:
+  private:
     bool flushBuffer() {
         const char* p = pbase();
         size_t left = static_cast<size_t>(pptr() - pbase());
@@ -128,7 +130,7 @@ private:
 
 // The files one line's redirections opened, for its duration.
 class RedirectedFiles {
-public:
+  public:
     ~RedirectedFiles() {
         for (int fd : m_opened)
             ::close(fd);
@@ -145,7 +147,9 @@ public:
                     fd = from; // the interpreter's own handle
             } else {
                 int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (r.append ? O_APPEND : O_TRUNC);
-                fd = ::open(r.target.c_str(), flags, 0666);
+                // "nul" is the system's null device in any directory and any case.
+                std::string target = lower(r.target) == "nul" ? "/dev/null" : r.target;
+                fd = ::open(target.c_str(), flags, 0666);
                 if (fd < 0) {
                     error = errno;
                     failed = r.target;
@@ -162,7 +166,7 @@ public:
     int outFd() const { return m_fds[0]; }
     int errFd() const { return m_fds[1]; }
 
-private:
+  private:
     int m_fds[2] = {-1, -1};
     std::vector<int> m_opened;
 };
@@ -173,7 +177,7 @@ Interpreter::Interpreter(ToolIo& io) : m_io(io) {}
 
 int Interpreter::runScript(const std::string& path, const std::vector<std::string>& args) {
     std::ifstream file(path, std::ios::binary);
-    if (!file) {
+    if (!file || isDirectory(path)) {
         m_io.err << kFileNotFound << "\r\n";
         m_io.err.flush();
         return 1;
@@ -451,8 +455,8 @@ int Interpreter::runStart(const std::string& rest, ToolIo& io) {
             directory = words[at].substr(2);
         else if (option != "/min" && option != "/max" && option != "/b" && option != "/i" &&
                  option != "/low" && option != "/normal" && option != "/high" &&
-                 option != "/realtime" && option != "/abovenormal" &&
-                 option != "/belownormal" && option != "/separate" && option != "/shared")
+                 option != "/realtime" && option != "/abovenormal" && option != "/belownormal" &&
+                 option != "/separate" && option != "/shared")
             break;
         ++at;
     }
@@ -513,7 +517,7 @@ int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int 
     try {
         return pv::runAndWait(argv, outFd, errFd);
     } catch (const pv::RuntimeError& e) {
-        if (e.number() == ENOENT)
+        if (e.number() == ENOENT || e.number() == ENOTDIR)
             return notRecognized();
         if (e.number() == EACCES) {
             io.err << "Access is denied.\r\n";

@@ -14,7 +14,7 @@
 namespace pvcmd {
 
 class Interpreter {
-public:
+  public:
     // Exit status of a line that names nothing that can be run.
     static constexpr int kNotRecognized = 9009;
     // Longest line the interpreter accepts, as the system's does.
@@ -37,7 +37,7 @@ public:
     bool echoOn() const { return m_echo; }
     bool exitRequested() const { return m_exit; }
 
-private:
+  private:
     int execute(const ScriptLine& line);
     int runEcho(const std::string& rest, ToolIo& io);
     int runCd(std::string rest, ToolIo& io);

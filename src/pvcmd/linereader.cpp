@@ -28,13 +28,13 @@ void appendUtf8(std::string& out, unsigned cp) {
 } // namespace
 
 LineReader::LineReader(std::FILE* file, bool utf16)
-    : m_file(file), m_utf16(utf16), m_buffer(kReadSize) {}
+    : m_file(file), m_utf16(utf16), m_buffer(new char[kReadSize]), m_capacity(kReadSize) {}
 
 bool LineReader::fillBuffer() {
     if (m_eof)
         return false;
     m_pos = 0;
-    m_end = std::fread(m_buffer.data(), 1, m_buffer.size(), m_file);
+    m_end = std::fread(m_buffer.get(), 1, m_capacity, m_file);
     if (m_end == 0) {
         m_eof = true;
         if (std::ferror(m_file)) {
@@ -57,7 +57,7 @@ bool LineReader::nextBytes(std::string& line) {
         if (m_pos == m_end && !fillBuffer())
             return any;
         any = true;
-        const char* start = m_buffer.data() + m_pos;
+        const char* start = m_buffer.get() + m_pos;
         size_t avail = m_end - m_pos;
         size_t room = kMaxLine - line.size();
         size_t scan = avail < room ? avail : room;

@@ -9,13 +9,13 @@
 
 #include <cstddef>
 #include <cstdio>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace pvcmd {
 
 class LineReader {
-public:
+  public:
     static constexpr size_t kMaxLine = 64 * 1024;
 
     LineReader(std::FILE* file, bool utf16);
@@ -26,7 +26,7 @@ public:
     bool failed() const { return m_failed; }
     int error() const { return m_error; }
 
-private:
+  private:
     bool fillBuffer();
     bool nextBytes(std::string& line);
     bool nextUtf16(std::string& line);
@@ -39,7 +39,9 @@ private:
     bool m_eof = false;
     bool m_failed = false;
     int m_error = 0;
-    std::vector<char> m_buffer;
+    // Not zero-filled: for a small file only the pages that are read get touched.
+    std::unique_ptr<char[]> m_buffer;
+    size_t m_capacity;
     size_t m_pos = 0;
     size_t m_end = 0;
     bool m_pendingUnit = false;

@@ -3,7 +3,9 @@
 namespace pvcmd {
 
 namespace {
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 } // namespace
 
 ScriptLine ScriptLine::parse(const std::string& raw) {

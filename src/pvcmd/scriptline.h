@@ -12,10 +12,12 @@ struct Redirection {
     int handle = 1;      // 1 standard output, 2 standard error
     bool append = false; // ">>" rather than ">"
     std::string target;  // file name without quotes, or "&1"/"&2" for a handle
+
+    bool operator==(const Redirection&) const = default;
 };
 
 class ScriptLine {
-public:
+  public:
     // Parses a line (no line end). Outside double quotes "^" makes the next
     // character plain text and ">" starts a redirection; a lone digit right
     // before it names the handle. Text around a redirection stays as it is, so
@@ -31,7 +33,7 @@ public:
     // The line as the interpreter shows it when echoing commands.
     std::string display() const;
 
-private:
+  private:
     bool m_hidden = false;
     bool m_malformed = false;
     std::string m_text;

@@ -14,7 +14,7 @@
 namespace pvcmd {
 
 class TextCompare {
-public:
+  public:
     TextCompare(const FcOptions& options, std::ostream& out);
 
     // Compares two opened files and writes the blocks (not the header).
@@ -22,7 +22,7 @@ public:
     int run(LineReader& reader1, const std::string& name1, LineReader& reader2,
             const std::string& name2);
 
-private:
+  private:
     struct Line {
         std::string text; // as read, for the report
         std::string key;  // normalised for comparing, when it differs from text
@@ -31,7 +31,7 @@ private:
     };
 
     class Window {
-    public:
+      public:
         Window(LineReader& reader, size_t capacity, const TextCompare& owner);
         void fill();
         void drop(size_t n);
@@ -40,7 +40,7 @@ private:
         bool full() const { return m_count == m_slots.size(); }
         long firstNumber() const { return m_firstNumber; }
 
-    private:
+      private:
         LineReader& m_reader;
         const TextCompare& m_owner;
         std::vector<Line> m_slots;
@@ -54,8 +54,8 @@ private:
     bool equal(Line& a, Line& b) const;
     bool findResync(Window& w1, Window& w2, size_t& x, size_t& y) const;
     void printSide(Window& w, size_t lines, const std::string& name);
-    void printBlock(Window& w1, size_t lines1, const std::string& name1, Window& w2,
-                    size_t lines2, const std::string& name2);
+    void printBlock(Window& w1, size_t lines1, const std::string& name1, Window& w2, size_t lines2,
+                    const std::string& name2);
     void printLine(Window& w, size_t i);
 
     FcOptions m_options;

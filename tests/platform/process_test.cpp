@@ -18,7 +18,7 @@ using Words = std::vector<std::string>;
 
 // Sets an environment variable for one test and puts the old value back.
 class EnvGuard {
-public:
+  public:
     EnvGuard(const char* name, const std::string& value) : m_name(name) {
         if (const char* old = std::getenv(name)) {
             m_had = true;
@@ -33,7 +33,7 @@ public:
             ::unsetenv(m_name);
     }
 
-private:
+  private:
     const char* m_name;
     bool m_had = false;
     std::string m_old;
@@ -73,8 +73,7 @@ TEST_P(SplitCommandLine, FollowsTheWindowsRules) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, SplitCommandLine,
     ::testing::Values(
-        SplitCase{"Empty", "", {}},
-        SplitCase{"OnlyBlanks", " \t  ", {}},
+        SplitCase{"Empty", "", {}}, SplitCase{"OnlyBlanks", " \t  ", {}},
         SplitCase{"BlanksAndTabsSeparate", "a  b\tc ", {"a", "b", "c"}},
         SplitCase{"QuotesGroupBlanks", "fc \"C:/a b/x.txt\" y", {"fc", "C:/a b/x.txt", "y"}},
         SplitCase{"QuoteInsideWordJoins", "ab\"c d\"e", {"abc de"}},
@@ -85,12 +84,14 @@ INSTANTIATE_TEST_SUITE_P(
         SplitCase{"ThreeBackslashesQuote", "a\\\\\\\"b", {"a\\\"b"}},
         SplitCase{"DoubledQuoteInsideQuotesIsLiteral", "\"a\"\"b\" c", {"a\"b", "c"}},
         SplitCase{"UnclosedQuoteRunsToEnd", "x \"a b", {"x", "a b"}},
-        SplitCase{"RedirectionIsPlainText", "fc a b  >> out.txt", {"fc", "a", "b", ">>", "out.txt"}}),
+        SplitCase{
+            "RedirectionIsPlainText", "fc a b  >> out.txt", {"fc", "a", "b", ">>", "out.txt"}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(QuoteArgument, RoundTripsThroughSplit) {
-    const Words fixed = {"", "plain", "with blank", "tab\there", "q\"uote", "trail\\",
-                         "trail blank\\", "\\\\server\\share", "a\\\"b", "\"", "\\\"\\"};
+    const Words fixed = {"",        "plain",   "with blank",    "tab\there",
+                         "q\"uote", "trail\\", "trail blank\\", "\\\\server\\share",
+                         "a\\\"b",  "\"",      "\\\"\\"};
     for (const std::string& arg : fixed)
         EXPECT_EQ(pv::splitCommandLine("prog " + pv::quoteArgument(arg)), (Words{"prog", arg}))
             << "argument [" << arg << "]";
@@ -120,7 +121,7 @@ TEST(QuoteArgument, LeavesPlainWordsAlone) {
 }
 
 class ResolveProgram : public ::testing::Test {
-protected:
+  protected:
     pvtest::TempDir m_bin;
     EnvGuard m_path{"PATH", ""};
 
@@ -251,6 +252,13 @@ TEST(StartDetached, FailuresCarryErrnoAndName) {
         {"NotExecutable", notExecutable, EACCES, "data.txt"},
         {"Empty", "   ", ENOENT, ""},
     };
+    try {
+        pv::startDetached("/bin/true", dir / "no-such-dir");
+        ADD_FAILURE() << "expected an error for a missing working directory";
+    } catch (const pv::RuntimeError& e) {
+        EXPECT_EQ(e.number(), ENOENT);
+        EXPECT_NE(e.description().find("no-such-dir"), std::string::npos) << e.description();
+    }
     for (const Row& row : rows) {
         try {
             pv::startDetached(row.commandLine);

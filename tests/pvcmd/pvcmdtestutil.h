@@ -12,7 +12,7 @@
 namespace pvcmdtest {
 
 class InTempDir {
-public:
+  public:
     InTempDir() {
         char buf[4096];
         m_old = ::getcwd(buf, sizeof buf) ? buf : "/";
@@ -27,7 +27,7 @@ public:
     InTempDir& operator=(const InTempDir&) = delete;
     const pvtest::TempDir& dir() const { return m_dir; }
 
-private:
+  private:
     pvtest::TempDir m_dir;
     std::string m_old;
 };
