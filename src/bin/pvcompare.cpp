@@ -48,7 +48,7 @@ side only (or a sub-directory has no counterpart), 2 on an error.
 
 // Prints the results-list lines as they come.
 class PrintingObserver : public pv::CompareObserver {
-public:
+  public:
     void setCntl(std::string_view) override {}
     bool isEmpty() const override { return m_lines == 0; }
     void addLine(std::string_view line) override {
@@ -60,24 +60,34 @@ public:
     void incrementProgress() override {}
     void completeProgress() override {}
 
-private:
+  private:
     long m_lines = 0;
 };
 
 // The panes as plain directories, listed as the file lists list them.
 class DirectoryPanes : public pv::ComparePanes {
-public:
+  public:
     DirectoryPanes(std::string left, std::string right, std::string pattern)
         : m_left(std::move(left)), m_right(std::move(right)), m_pattern(std::move(pattern)) {}
     std::string leftDir() const override { return m_left; }
     std::string rightDir() const override { return m_right; }
+    // As a file list does, a pane lists its directory when it is pointed at it.
     pv::PaneLists lists() override {
-        return {m_left, m_right, pv::listFiles(m_left, m_pattern),
-                pv::listFiles(m_right, m_pattern)};
+        if (!m_leftListed)
+            m_leftFiles = pv::listFiles(m_left, m_pattern);
+        if (!m_rightListed)
+            m_rightFiles = pv::listFiles(m_right, m_pattern);
+        m_leftListed = m_rightListed = true;
+        return {m_left, m_right, m_leftFiles, m_rightFiles};
     }
-    std::string moveLeft(const std::string& dir) override { return m_left = dir; }
+    std::string moveLeft(const std::string& dir) override {
+        m_leftFiles = pv::listFiles(dir, m_pattern);
+        m_leftListed = true;
+        return m_left = dir;
+    }
     std::string moveRight(const std::string& dir) override {
-        pv::listFiles(dir, m_pattern); // throws when the directory cannot be read
+        m_rightFiles = pv::listFiles(dir, m_pattern); // throws when it cannot be read
+        m_rightListed = true;
         return m_right = dir;
     }
     std::vector<std::string> subdirectories(const std::string& dir) override {
@@ -87,8 +97,10 @@ public:
         return paths;
     }
 
-private:
+  private:
     std::string m_left, m_right, m_pattern;
+    std::vector<std::string> m_leftFiles, m_rightFiles;
+    bool m_leftListed = false, m_rightListed = false;
 };
 
 // A directory argument as the panes hold it: no trailing separator except "/".
@@ -138,11 +150,8 @@ int main(int argc, char** argv) {
         pv::Settings settings(ini.empty() ? paths.settingsPath : ini);
         PrintingObserver observer;
         pv::DirectoryCompare compare(
-            observer,
-            pv::CompareFiles::forWindow(paths.programDirectory, ""),
-            [run](const std::string& command) {
-                return run ? pv::startDetached(command) : 0L;
-            });
+            observer, pv::CompareFiles::forWindow(paths.programDirectory, ""),
+            [run](const std::string& command) { return run ? pv::startDetached(command) : 0L; });
         DirectoryPanes panes(paneDir(dirs[0]), paneDir(dirs[1]), pattern);
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;

@@ -9,7 +9,7 @@
 namespace pv {
 
 class CaptureFile {
-public:
+  public:
     // Creates or truncates the file and writes its start lines.
     void open(const std::string& path, const std::string& now);
     bool isOpen() const { return m_file.isOpen(); }
@@ -18,7 +18,7 @@ public:
     void Capture_directory(const std::string& dirPath, const std::string& fileName);
     void close() { m_file.close(); }
 
-private:
+  private:
     TextFileWriter m_file;
 };
 

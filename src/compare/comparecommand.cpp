@@ -12,7 +12,7 @@ CompareCommand::CompareCommand(DirectoryCompare& compare, CompareObserver& obser
     : m_compare(compare), m_observer(observer), m_panes(panes), m_readCall(std::move(readCall)) {}
 
 void CompareCommand::comparePanes(bool subDirectoryMode) {
-    DirectoryCompare::Call call = m_readCall();
+    DirectoryCompare::Call call = m_call;
     call.subDirectoryMode = subDirectoryMode;
     CompareCounts k = m_compare.compareDirectories(m_panes.lists(), call);
     ++m_totals.pairs;
@@ -26,6 +26,9 @@ void CompareCommand::comparePanes(bool subDirectoryMode) {
 CompareTotals CompareCommand::run(bool includeSubDirectories) {
     m_totals = {};
     try {
+        // The settings are read once per press: a walk over thousands of
+        // directories would otherwise read the settings file thousands of times.
+        m_call = m_readCall();
         if (!includeSubDirectories) {
             comparePanes(false);
             m_observer.addLine("end of Directory compare\t" + nowText());
@@ -68,7 +71,7 @@ CompareTotals CompareCommand::run(bool includeSubDirectories) {
                 m_panes.moveRight(base2);
             } catch (...) {
             }
-            m_compare.finishRun(m_readCall().options);
+            m_compare.finishRun(m_call.options);
             m_observer.addLine("end of subdirectory compare\t" + nowText());
         }
     } catch (...) {

@@ -14,7 +14,7 @@ class CompareObserver;
 
 // The two panes as the compare sees them.
 class ComparePanes {
-public:
+  public:
     virtual ~ComparePanes() = default;
     virtual std::string leftDir() const = 0;
     virtual std::string rightDir() const = 0;
@@ -50,9 +50,8 @@ struct CompareTotals {
 };
 
 class CompareCommand {
-public:
-    // `readCall` gives the options of one CompareDirectories call; it is asked
-    // again for every pair, since the settings are read at each use.
+  public:
+    // `readCall` gives the options of the CompareDirectories calls of a run.
     CompareCommand(DirectoryCompare& compare, CompareObserver& observer, ComparePanes& panes,
                    std::function<DirectoryCompare::Call()> readCall);
 
@@ -64,13 +63,14 @@ public:
     // errors inside a sub-directory walk are passed over pair by pair.
     CompareTotals run(bool includeSubDirectories);
 
-private:
+  private:
     void comparePanes(bool subDirectoryMode);
 
     DirectoryCompare& m_compare;
     CompareObserver& m_observer;
     ComparePanes& m_panes;
     std::function<DirectoryCompare::Call()> m_readCall;
+    DirectoryCompare::Call m_call;
     CompareTotals m_totals;
 };
 

@@ -134,11 +134,13 @@ CompareCounts CompareEngine::run(const CompareInput& in, CompareObserver& observ
                     bool differs = trimBlanks(a1) != trimBlanks(a2);
                     beginLine(i, differs ? kTagDifferent : kTagMatched, j);
                     line += a1;
-                    line.append(std::max<size_t>(1, attrWidth > a1.size() ? attrWidth - a1.size() : 0),
-                                ' ');
+                    line.append(
+                        std::max<size_t>(1, attrWidth > a1.size() ? attrWidth - a1.size() : 0),
+                        ' ');
                     line += a2;
-                    line.append(std::max<size_t>(1, attrWidth > a2.size() ? attrWidth - a2.size() : 0),
-                                ' ');
+                    line.append(
+                        std::max<size_t>(1, attrWidth > a2.size() ? attrWidth - a2.size() : 0),
+                        ' ');
                     line += name1;
                     observer.addLine(line);
                     ++k.matched;

@@ -48,7 +48,7 @@ struct CompareCounts {
 };
 
 class CompareEngine {
-public:
+  public:
     using AttributeFunction = std::function<std::string(const std::string& path)>;
     using CaptureFunction = std::function<void(const std::string& dir, const std::string& name)>;
 
@@ -67,7 +67,7 @@ public:
     // Number of decimal digits of the larger count, plus 1.
     static int seqWidth(long count1, long count2);
 
-private:
+  private:
     CompareOptions m_options;
     AttributeFunction m_attributes;
 };

@@ -8,7 +8,7 @@
 namespace pv {
 
 class CompareObserver {
-public:
+  public:
     virtual ~CompareObserver() = default;
 
     // The control value of the results window: "Process" while a compare runs.

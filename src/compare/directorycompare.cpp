@@ -1,8 +1,8 @@
 #include "compare/directorycompare.h"
 
 #include "compare/compareobserver.h"
-#include "compare/scripttext.h"
 #include "compare/fileattributes.h"
+#include "compare/scripttext.h"
 #include "platform/clock.h"
 
 namespace pv {
@@ -26,12 +26,14 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
     if (capturing)
         m_capture.open(m_files.capture, nowText());
     if (call.replace) {
-        TextFileWriter results(m_files.results, TextFileWriter::Mode::Replace);
-        results.writeLine();
-        results.writeLine();
-        results.writeLine("---------- Start " + nowText() + " -----------");
-        results.writeLine();
-        results.close();
+        std::string start = "\r\n\r\n---------- Start " + nowText() + " -----------\r\n\r\n";
+        // In a sub-directory run every pair would truncate the file again, and
+        // nothing reads it before the script starts: only the last pair's start
+        // lines would remain. They are written once, when the run finishes.
+        if (call.subDirectoryMode)
+            m_pendingResultsStart = std::move(start);
+        else
+            writeResultsStart(start);
     }
     if (m_observer.isEmpty())
         m_observer.show();
@@ -59,8 +61,8 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
         };
     }
     CompareEngine engine(call.options, attributes);
-    CompareInput input{panes.leftDir, panes.rightDir, &panes.left, &panes.right,
-                       m_files.results, call.capture};
+    CompareInput input{panes.leftDir, panes.rightDir,  &panes.left,
+                       &panes.right,  m_files.results, call.capture};
     CompareEngine::CaptureFunction capture;
     if (capturing)
         capture = [this](const std::string& dir, const std::string& name) {
@@ -79,7 +81,14 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
     return counts;
 }
 
+void DirectoryCompare::writeResultsStart(const std::string& text) {
+    TextFileWriter results(m_files.results, TextFileWriter::Mode::Replace);
+    results.write(text);
+    results.close();
+}
+
 void DirectoryCompare::beginSubDirectoryRun() {
+    m_pendingResultsStart.reset();
     m_script.open(m_files.script, TextFileWriter::Mode::Replace);
     m_script.writeLine();
     m_script.writeLine("rem ---------- Start Sub directory search " + nowText() + " -----------");
@@ -87,14 +96,19 @@ void DirectoryCompare::beginSubDirectoryRun() {
 }
 
 void DirectoryCompare::finishRun(const CompareOptions& options) {
+    if (m_pendingResultsStart) {
+        std::string start = std::move(*m_pendingResultsStart);
+        m_pendingResultsStart.reset();
+        writeResultsStart(start);
+    }
     m_script.writeLine();
     m_script.writeLine(scriptEditor(options.editor) + " \"" + scriptQuoted(m_files.results) + "\"");
     m_script.writeLine();
     m_script.close();
     if (m_start)
-        m_lastTask = m_start(m_files.script.find(' ') == std::string::npos
-                                  ? m_files.script
-                                  : "\"" + m_files.script + "\"");
+        m_lastTask =
+            m_start(m_files.script.find(' ') == std::string::npos ? m_files.script
+                                                                  : "\"" + m_files.script + "\"");
 }
 
 } // namespace pv

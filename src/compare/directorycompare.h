@@ -9,6 +9,7 @@
 #include "compare/linesink.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,7 @@ struct PaneLists {
 };
 
 class DirectoryCompare {
-public:
+  public:
     using Starter = std::function<long(const std::string& commandLine)>;
     using AttributeFunction = CompareEngine::AttributeFunction;
 
@@ -46,7 +47,7 @@ public:
     struct Call {
         CompareOptions options;
         CaptureSelection capture = CaptureSelection::None;
-        bool replace = true;         // "Replace" selected rather than "Append"
+        bool replace = true; // "Replace" selected rather than "Append"
         bool subDirectoryMode = false;
     };
 
@@ -70,13 +71,16 @@ public:
     void setAttrOne(std::string text) { m_attrOne = std::move(text); }
     void setAttrTwo(std::string text) { m_attrTwo = std::move(text); }
 
-private:
+  private:
+    void writeResultsStart(const std::string& text);
+
     CompareObserver& m_observer;
     CompareFiles m_files;
     Starter m_start;
     AttributeFunction m_attributes;
     FileLineSink m_script;
     CaptureFile m_capture;
+    std::optional<std::string> m_pendingResultsStart;
     long m_lastTask = 0;
     std::string m_attrOne;
     std::string m_attrTwo;

@@ -39,8 +39,7 @@ std::string attributeText(const FileFacts& facts, bool listDateTime, bool listLe
 
 std::string fileAttributeText(std::string_view path, bool listDateTime, bool listLength) {
     try {
-        return attributeText(probeFile(std::string(trimBlanks(path))), listDateTime,
-                             listLength);
+        return attributeText(probeFile(std::string(trimBlanks(path))), listDateTime, listLength);
     } catch (const std::exception&) {
         return std::string(kUnavailable);
     }
@@ -63,13 +62,11 @@ AttributesMessage attributesMessage(const std::string& attr) {
     // Without a length part (date and time alone) the whole rest is the time.
     std::string lengthText = dash == std::string::npos ? std::string() : attr.substr(dash + 1);
     size_t timeStart = date.empty() ? 0 : date.size() - 1;
-    size_t timeLength = dash == std::string::npos
-                            ? std::string::npos
-                            : attr.size() - date.size() - lengthText.size();
+    size_t timeLength = dash == std::string::npos ? std::string::npos
+                                                  : attr.size() - date.size() - lengthText.size();
     std::string time = timeStart < attr.size() ? attr.substr(timeStart, timeLength) : std::string();
     std::string text = "\r\n\r\nDate Last changed (yyyy/mm/dd): " + date +
-                       "\r\nTime Last changed: " + time + "\r\nLength: " + lengthText +
-                       "\r\n\r\n";
+                       "\r\nTime Last changed: " + time + "\r\nLength: " + lengthText + "\r\n\r\n";
     return {text, true};
 }
 

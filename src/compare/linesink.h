@@ -10,31 +10,31 @@
 namespace pv {
 
 class LineSink {
-public:
+  public:
     virtual ~LineSink() = default;
     virtual void writeLine(std::string_view line = {}) = 0;
 };
 
 class StringLineSink : public LineSink {
-public:
+  public:
     void writeLine(std::string_view line = {}) override {
         m_text += line;
         m_text += kLineEnd;
     }
     const std::string& text() const { return m_text; }
 
-private:
+  private:
     std::string m_text;
 };
 
 class FileLineSink : public LineSink {
-public:
+  public:
     void open(const std::string& path, TextFileWriter::Mode mode) { m_file.open(path, mode); }
     bool isOpen() const { return m_file.isOpen(); }
     void close() { m_file.close(); }
     void writeLine(std::string_view line = {}) override { m_file.writeLine(line); }
 
-private:
+  private:
     TextFileWriter m_file;
 };
 

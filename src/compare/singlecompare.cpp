@@ -32,8 +32,8 @@ std::string compareSinglesCommand(const std::string& programDir, const std::stri
                                   const std::string& dirPath2, const std::string& resultFile,
                                   const CompareOptions& options) {
     std::string args = quoted(joinDirName(dirPath1, fileName1)) + " " +
-                       quoted(joinDirName(dirPath2, fileName2)) + " " + quoted(resultFile) +
-                       " " + singleFcSwitches(options);
+                       quoted(joinDirName(dirPath2, fileName2)) + " " + quoted(resultFile) + " " +
+                       singleFcSwitches(options);
     std::string command = joinDirName(programDir, std::string(kSingleCompareScript));
     // The program directory is ours, but it may hold blanks.
     if (command.find(' ') != std::string::npos)

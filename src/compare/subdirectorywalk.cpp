@@ -14,8 +14,7 @@ std::string relativeTo(const std::string& base, const std::string& path) {
     return b == std::string::npos ? std::string() : rel.substr(b);
 }
 
-template <typename F>
-void passOver(F&& step) {
+template <typename F> void passOver(F&& step) {
     try {
         step();
     } catch (const std::exception&) {
@@ -65,8 +64,8 @@ void SubDirectoryWalk::walk(const std::string& dir, int depth) {
             if (rel1 == rel2)
                 doCompare = true;
             else
-                m_hooks.addLine("Unmatched sub directory : 1:'" + leftNow + "' <> 2:'" +
-                                rightNow + "'");
+                m_hooks.addLine("Unmatched sub directory : 1:'" + leftNow + "' <> 2:'" + rightNow +
+                                "'");
         }
     }
     if (doCompare)

@@ -14,7 +14,7 @@ inline constexpr int kWalkLevels = 24;
 inline constexpr std::string_view kTooDeep = "Directory is too deep to process in this version";
 
 class SubDirectoryWalk {
-public:
+  public:
     struct Hooks {
         // The stop request, looked at as each level starts.
         std::function<bool()> stopRequested;
@@ -45,7 +45,7 @@ public:
     static std::string counterpart(const std::string& base1, const std::string& base2,
                                    const std::string& leftDir);
 
-private:
+  private:
     void walk(const std::string& dir, int depth);
 
     Hooks m_hooks;

@@ -29,9 +29,8 @@ namespace {
 
 bool isHiddenName(const std::string& path) {
     auto slash = path.find_last_of('/');
-    std::string_view name = slash == std::string::npos
-                                ? std::string_view(path)
-                                : std::string_view(path).substr(slash + 1);
+    std::string_view name = slash == std::string::npos ? std::string_view(path)
+                                                       : std::string_view(path).substr(slash + 1);
     return !name.empty() && name.front() == '.';
 }
 
@@ -39,24 +38,28 @@ bool isHiddenName(const std::string& path) {
 
 FileFacts probeFile(const std::string& path) {
     FileFacts facts;
-    struct stat st {};
-    if (path.empty() || isHiddenName(path) || ::stat(path.c_str(), &st) != 0 ||
-        !S_ISREG(st.st_mode))
+    if (path.empty() || isHiddenName(path))
         return facts; // NotFound
-    // O_NONBLOCK: the name may have been swapped for a FIFO since the stat above,
-    // and opening one for reading would otherwise wait for a writer.
+    // Opened first and examined through the handle: one look at the file instead
+    // of two. O_NONBLOCK: opening a FIFO for reading would otherwise wait for a
+    // writer.
     int fd;
     do {
         fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     } while (fd < 0 && errno == EINTR);
     if (fd < 0) {
-        facts.status = errno == ENOENT ? FileFacts::Status::NotFound
-                                       : FileFacts::Status::CannotOpen;
+        // Only an ordinary file that exists but refuses to open counts as such.
+        struct stat st {};
+        if (errno != ENOENT && errno != ENOTDIR && ::stat(path.c_str(), &st) == 0 &&
+            S_ISREG(st.st_mode))
+            facts.status = FileFacts::Status::CannotOpen;
         return facts;
     }
     struct stat open {};
     if (::fstat(fd, &open) != 0) {
         facts.status = FileFacts::Status::NoTimes;
+    } else if (!S_ISREG(open.st_mode)) {
+        facts.status = FileFacts::Status::NotFound;
     } else {
         facts.status = FileFacts::Status::Ok;
         facts.length = static_cast<std::uint64_t>(open.st_size);

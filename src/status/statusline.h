@@ -20,7 +20,7 @@ struct AttributeSplit {
 AttributeSplit splitAttributeText(std::string_view text);
 
 class StatusLine {
-public:
+  public:
     static constexpr int kPanels = 6;
     using Panels = std::array<std::string, kPanels>;
 
@@ -35,11 +35,10 @@ public:
     // texts, shared with the directory compare.
     void Set_StatusBar1(const std::string& text1, const std::string& text2,
                         const std::string& text3, const std::string& text4,
-                        const std::string& label, const std::string& fileName,
-                        std::string& attrOne, std::string& attrTwo,
-                        const std::function<std::string()>& attributesOfFile);
+                        const std::string& label, const std::string& fileName, std::string& attrOne,
+                        std::string& attrTwo, const std::function<std::string()>& attributesOfFile);
 
-private:
+  private:
     void showAttribute(const std::string& attr, int firstPanel);
 
     Panels m_panels;

@@ -20,18 +20,19 @@ struct EngineRun {
 // Runs the engine on two name lists; attributes come from a table of full paths
 // (missing paths give "").
 EngineRun compare(const std::vector<std::string>& left, const std::vector<std::string>& right,
-            const std::map<std::string, std::string>& attrs = {},
-            CaptureSelection capture = CaptureSelection::None, CompareOptions options = {},
-            std::string leftDir = "/a", std::string rightDir = "/b") {
+                  const std::map<std::string, std::string>& attrs = {},
+                  CaptureSelection capture = CaptureSelection::None, CompareOptions options = {},
+                  std::string leftDir = "/a", std::string rightDir = "/b") {
     EngineRun r;
     CompareEngine engine(options, [&](const std::string& path) {
         auto it = attrs.find(path);
         return it == attrs.end() ? std::string() : it->second;
     });
     CompareInput in{leftDir, rightDir, &left, &right, "/prog/Pairview1.txt", capture};
-    r.counts = engine.run(in, r.observer, r.script, [&](const std::string& d, const std::string& n) {
-        r.captured.emplace_back(d, n);
-    });
+    r.counts =
+        engine.run(in, r.observer, r.script, [&](const std::string& d, const std::string& n) {
+            r.captured.emplace_back(d, n);
+        });
     return r;
 }
 
@@ -64,8 +65,7 @@ TEST(CompareEngine, TwoEmptyListsGiveOnlyStatistics) {
 
 TEST(CompareEngine, OneOnlyMatchedAndMaxedLinesAreLaidOutByTheColumnRule) {
     EngineRun r = compare({"a.txt", "b.txt"}, {"b.txt", "c.txt"});
-    EXPECT_EQ(r.observer.lines, concat({"0 -one only-  0    a.txt",
-                                        "1 -matched-   0   b.txt",
+    EXPECT_EQ(r.observer.lines, concat({"0 -one only-  0    a.txt", "1 -matched-   0   b.txt",
                                         "2 -one maxed- 1    c.txt"},
                                        statsLines(2, 2, 1, 1, 1, 0)));
     EXPECT_EQ(r.script.text(),
@@ -88,7 +88,7 @@ TEST(CompareEngine, AttributeColumnsArePaddedToTheLongestTextPlusOne) {
     EXPECT_EQ(r.observer.lines[1],
               "1 -two only-  0 Can't find the file" + std::string(24, ' ') + "two");
     EXPECT_EQ(r.observer.lines[2], "1 -different- 1 " + a1 + std::string(22 - a1.size(), ' ') + a2 +
-                                      std::string(22 - a2.size(), ' ') + "x");
+                                       std::string(22 - a2.size(), ' ') + "x");
     EXPECT_EQ(r.counts.different, 1);
     EXPECT_EQ(r.counts.matched, 1);
     EXPECT_EQ(r.counts.attrOne, a1);
@@ -157,8 +157,9 @@ TEST(CompareEngine, FcSwitchesFollowTheFixedOrderAndFreeTextIsVerbatim) {
 }
 
 TEST(CompareEngine, CaptureSelections) {
-    EngineRun procs = compare({"a.prc", "B.PRC.txt", "c.txt", "one.prc"}, {"a.prc", "B.PRC.txt", "c.txt"},
-                        {}, CaptureSelection::ProcsDifferent);
+    EngineRun procs =
+        compare({"a.prc", "B.PRC.txt", "c.txt", "one.prc"}, {"a.prc", "B.PRC.txt", "c.txt"}, {},
+                CaptureSelection::ProcsDifferent);
     EXPECT_EQ(procs.captured, (std::vector<std::pair<std::string, std::string>>{
                                   {"/a", "a.prc"}, {"/a", "B.PRC.txt"}}));
     EngineRun only = compare({"a", "m", "z"}, {"m", "q"}, {}, CaptureSelection::OneOnly);
@@ -175,14 +176,14 @@ TEST(CompareEngine, NamesThatCannotStandInAScriptAreLeftOutAndSaidSo) {
     ASSERT_EQ(r.observer.lines.size(), 5u + 7u);
     EXPECT_EQ(r.observer.lines[0], "0 -matched-   0   a\"b");
     EXPECT_EQ(r.observer.lines[1],
-              std::string(16, ' ') + "left out of the compare script: the name holds a double quote");
+              std::string(16, ' ') +
+                  "left out of the compare script: the name holds a double quote");
     EXPECT_EQ(r.observer.lines[4],
               std::string(16, ' ') + "left out of the compare script: the name holds a line break");
     // Percent signs are doubled so the interpreter gives them back literally; the
     // & stays inside the quotes.
-    EXPECT_EQ(r.script.text(),
-              "\r\nfc /lb100 /2 \"/a/c%%PATH%%&calc\" \"/b/c%%PATH%%&calc\"  >> "
-              "/prog/Pairview1.txt\r\n");
+    EXPECT_EQ(r.script.text(), "\r\nfc /lb100 /2 \"/a/c%%PATH%%&calc\" \"/b/c%%PATH%%&calc\"  >> "
+                               "/prog/Pairview1.txt\r\n");
     EXPECT_EQ(r.counts.matched, 3);
 }
 

@@ -10,7 +10,7 @@ using namespace pv;
 namespace {
 
 class FixedClock : public Clock {
-public:
+  public:
     std::chrono::system_clock::time_point now() const override {
         return std::chrono::system_clock::from_time_t(1778144707);
     }
@@ -41,12 +41,15 @@ TEST(DirectoryCompare, SingleModeWritesResultsStartScriptAndStartsIt) {
     call.options.editor = "INTERNAL";
     dc.compareDirectories(panes, call);
 
-    EXPECT_EQ(pvtest::readFile(files.results), "\r\n\r\n---------- Start " + now +
-                                                   " -----------\r\n\r\n");
-    EXPECT_EQ(pvtest::readFile(files.script),
-              "\r\nrem ---------- Start " + now + " -----------\r\n\r\n"
-              "\r\nfc /lb100 /2 \"/a/x\" \"/b/x\"  >> " + files.results + "\r\n"
-              "\r\nWrite.exe \"" + files.results + "\"\r\n\r\n");
+    EXPECT_EQ(pvtest::readFile(files.results),
+              "\r\n\r\n---------- Start " + now + " -----------\r\n\r\n");
+    EXPECT_EQ(pvtest::readFile(files.script), "\r\nrem ---------- Start " + now +
+                                                  " -----------\r\n\r\n"
+                                                  "\r\nfc /lb100 /2 \"/a/x\" \"/b/x\"  >> " +
+                                                  files.results +
+                                                  "\r\n"
+                                                  "\r\nWrite.exe \"" +
+                                                  files.results + "\"\r\n\r\n");
     EXPECT_EQ(started, std::vector<std::string>{files.script});
     EXPECT_EQ(dc.lastTask(), 42);
     ASSERT_GE(observer.lines.size(), 4u);
@@ -105,9 +108,9 @@ TEST(DirectoryCompare, CaptureFileHoldsSelectedFilesLineByLine) {
     EXPECT_EQ(pvtest::readFile(files.capture),
               "\r\n\r\n---------- Start " + nowText() + " -----------\r\n\r\n");
     dc.compareDirectories({left.str(), right.str(), {"one.txt"}, {"zz"}}, call);
-    EXPECT_EQ(pvtest::readFile(files.capture),
-              "\r\n\r\n---------- Start " + nowText() + " -----------\r\n\r\n"
-              "-- one.txt\r\nalpha\r\nbeta\r\ngamma\r\n");
+    EXPECT_EQ(pvtest::readFile(files.capture), "\r\n\r\n---------- Start " + nowText() +
+                                                   " -----------\r\n\r\n"
+                                                   "-- one.txt\r\nalpha\r\nbeta\r\ngamma\r\n");
 }
 
 TEST(DirectoryCompare, UnwritableResultsFileFailsBeforeTheScriptIsStarted) {

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -23,9 +24,10 @@ std::string shellQuote(const std::string& s) {
 }
 
 Result pvcompare(const std::string& home, const std::string& args) {
-    std::string cmd = "PAIRVIEW_HOME=" + shellQuote(home) + " " +
-                      shellQuote(std::string(PV_BINARY_DIR) + "/pvcompare") + " " + args +
-                      " 2>&1";
+    std::string cmd = "PAIRVIEW_HOME=" + shellQuote(home) +
+                      " PAIRVIEW_EDITOR=true PAIRVIEW_PVCMD=" +
+                      shellQuote(std::string(PV_BINARY_DIR) + "/pvcmd") + " " +
+                      shellQuote(std::string(PV_BINARY_DIR) + "/pvcompare") + " " + args + " 2>&1";
     Result r;
     FILE* p = ::popen(cmd.c_str(), "r");
     if (!p)
@@ -55,7 +57,7 @@ std::string withoutDates(std::string out) {
 }
 
 class PvCompare : public ::testing::Test {
-protected:
+  protected:
     void SetUp() override {
         if (!std::filesystem::exists(std::string(PV_BINARY_DIR) + "/pvcompare"))
             GTEST_SKIP() << "pvcompare is not built";
@@ -75,20 +77,25 @@ TEST_F(PvCompare, ExitStatusSaysWhetherEverythingMatched) {
     tree.write("r/same.txt", "longer");
     Result r = pvcompare(home.str(), shellQuote(tree / "l") + " " + shellQuote(tree / "r/"));
     EXPECT_EQ(r.status, 1);
-    EXPECT_EQ(withoutDates(r.out), "Start\n"
-                                   "Directory 1: " + (tree / "l") + " \n"
-                                   "Directory 2: " + (tree / "r") + " \n"
-                                   "seq 1\tmessage\tseq 2\tCreateDate\tFile length\tFilename\n"
-                                   "0 -different- 0  - 3  - 6 same.txt\n"
-                                   "Compare stats:\n"
-                                   " there were 1 items in list one\n"
-                                   " there were 1 items in list two\n"
-                                   " there were 1 items that matched items\n"
-                                   " there were 0 unmatched file one items\n"
-                                   " there were 0 unmatched file two items\n"
-                                   " there were 1 items with different datetimes and or lengths. "
-                                   "See results for details.\n"
-                                   "end of Directory compare\n");
+    EXPECT_EQ(withoutDates(r.out),
+              "Start\n"
+              "Directory 1: " +
+                  (tree / "l") +
+                  " \n"
+                  "Directory 2: " +
+                  (tree / "r") +
+                  " \n"
+                  "seq 1\tmessage\tseq 2\tCreateDate\tFile length\tFilename\n"
+                  "0 -different- 0  - 3  - 6 same.txt\n"
+                  "Compare stats:\n"
+                  " there were 1 items in list one\n"
+                  " there were 1 items in list two\n"
+                  " there were 1 items that matched items\n"
+                  " there were 0 unmatched file one items\n"
+                  " there were 0 unmatched file two items\n"
+                  " there were 1 items with different datetimes and or lengths. "
+                  "See results for details.\n"
+                  "end of Directory compare\n");
     std::string script = pvtest::readFile(home / "Pairview.cmd");
     EXPECT_NE(script.find("\r\nfc /lb100 /2 \"" + (tree / "l/same.txt") + "\" \"" +
                           (tree / "r/same.txt") + "\"  >> " + (home / "Pairview.txt") + "\r\n"),
@@ -115,7 +122,8 @@ TEST_F(PvCompare, SubDirectoriesPatternAndAppend) {
 }
 
 TEST_F(PvCompare, ErrorsGiveStatusTwo) {
-    Result missing = pvcompare(home.str(), shellQuote(tree / "nope") + " " + shellQuote(tree.str()));
+    Result missing =
+        pvcompare(home.str(), shellQuote(tree / "nope") + " " + shellQuote(tree.str()));
     EXPECT_EQ(missing.status, 2);
     EXPECT_NE(missing.out.find("nope"), std::string::npos);
     EXPECT_EQ(pvcompare(home.str(), shellQuote(tree.str())).status, 2);
@@ -123,4 +131,35 @@ TEST_F(PvCompare, ErrorsGiveStatusTwo) {
     Result help = pvcompare(home.str(), "--help");
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.out.find("Exit status"), std::string::npos);
+}
+
+TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {
+    const std::string pvcmd = std::string(PV_BINARY_DIR) + "/pvcmd";
+    if (!std::filesystem::exists(pvcmd))
+        GTEST_SKIP() << "pvcmd is not built";
+    tree.write("l/same", "s\r\n");
+    tree.write("r/same", "s\r\n");
+    tree.write("l/x 100.txt", "a\r\nb\r\n");
+    tree.write("r/x 100.txt", "a\r\nccc\r\n");
+    tree.write("l/q&calc", "1\r\n");
+    tree.write("r/q&calc", "1\r\n");
+    Result r =
+        pvcompare(home.str(), "--run " + shellQuote(tree / "l") + " " + shellQuote(tree / "r"));
+    ASSERT_EQ(r.status, 1) << r.out;
+    // The script runs detached: wait for its last report.
+    std::string results;
+    for (int n = 0; n < 100; ++n) {
+        results = pvtest::readFile(home / "Pairview.txt");
+        if (results.find("Comparing files " + (tree / "l/x 100.txt")) != std::string::npos &&
+            results.find("*****\r\n\r\n") != std::string::npos)
+            break;
+        ::usleep(100000);
+    }
+    EXPECT_NE(results.find("Comparing files " + (tree / "l/same") + " and " + (tree / "r/same") +
+                           "\r\nFC: no differences encountered"),
+              std::string::npos)
+        << results;
+    EXPECT_NE(results.find("Comparing files " + (tree / "l/q&calc")), std::string::npos);
+    EXPECT_NE(results.find("***** " + (tree / "l/x 100.txt") + "\r\na\r\nb\r\n"), std::string::npos)
+        << results;
 }

@@ -9,7 +9,7 @@
 namespace pvtest {
 
 class RecordingObserver : public pv::CompareObserver {
-public:
+  public:
     void setCntl(std::string_view value) override { cntl = value; }
     bool isEmpty() const override { return lines.empty(); }
     void show() override { ++shown; }

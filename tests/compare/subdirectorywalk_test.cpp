@@ -60,9 +60,9 @@ TEST(SubDirectoryWalk, PreOrderWithUnmatchedDirectoriesReportedAndStillWalked) {
     t.run("/src", "/bak");
     EXPECT_EQ(t.compared, (std::vector<std::string>{"/src | /bak", "/src/x | /bak/x",
                                                     "/src/x/deep | /bak/x/deep"}));
-    EXPECT_EQ(t.lines, (std::vector<std::string>{
-                           "Unmatched sub directory : '\t/bak/y' does not exist",
-                           "Unmatched sub directory : '\t/bak/y/z' does not exist"}));
+    EXPECT_EQ(t.lines,
+              (std::vector<std::string>{"Unmatched sub directory : '\t/bak/y' does not exist",
+                                        "Unmatched sub directory : '\t/bak/y/z' does not exist"}));
 }
 
 TEST(SubDirectoryWalk, TwentyFourLevelsAreComparedAndDeeperOnesReported) {

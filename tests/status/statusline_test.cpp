@@ -32,8 +32,8 @@ TEST(StatusLine, EachSideKeepsItsOwnPanels) {
                         [] { return std::string("2026\\01\\02 3:4:5 - 99"); });
     line.Set_StatusBar1("", "", "", "", "file one:", "l.txt", attrOne, attrTwo,
                         [] { return std::string("Can't open the file"); });
-    StatusLine::Panels expected = {"Can't open the file", "", "2026\\01\\02 3:4:5 ", " 99",
-                                   "file one:", "l.txt"};
+    StatusLine::Panels expected = {"Can't open the file", "",     "2026\\01\\02 3:4:5 ", " 99",
+                                   "file one:",           "l.txt"};
     EXPECT_EQ(line.panels(), expected);
     EXPECT_EQ(attrOne, "Can't open the file");
     EXPECT_EQ(attrTwo, "2026\\01\\02 3:4:5 - 99");

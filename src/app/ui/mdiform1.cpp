@@ -4,6 +4,7 @@
 #include "app/programpaths.h"
 #include "app/ui/formregistry.h"
 #include "compare/ui/pairview.h"
+#include "compare/ui/pairviewcompare.h"
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
@@ -56,6 +57,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     m_timer->setObjectName("Timer1");
     createMenus();
     connectCommands();
+    connectCompareCommands(*this);
     resize(1100, 760);
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
         if (sub)

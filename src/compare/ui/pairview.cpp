@@ -10,6 +10,7 @@
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/drivelistbox.h"
 #include "compare/ui/filelistbox.h"
+#include "compare/ui/pairviewcompare.h"
 #include "platform/drives.h"
 #include "platform/prompter.h"
 #include "platform/runtimeerror.h"
@@ -58,8 +59,6 @@ constexpr SideText kSides[2] = {
     {"Drive2", "Dir2", "FileTwoList", "NetworkDrive2", "DRIVE2", "DIRTWO", "file two:", "Drive 2",
      "Directory  (Right mouse for Favorites)", ClickedControl::Dir2, ClickedControl::FileTwo}};
 
-QString qs(const std::string& s) { return QString::fromStdString(s); }
-
 QPushButton* button(QWidget* parent, const char* name, const char* caption, const char* tip) {
     auto* b = new QPushButton(QString::fromUtf8(caption), parent);
     b->setObjectName(name);
@@ -85,6 +84,7 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     }
     for (Side side : {Side::Left, Side::Right})
         connectPane(side);
+    connectCompareControls();
     if (m_frame) {
         connect(findChild<QPushButton*>("ShowINIButton"), &QPushButton::clicked, this,
                 [this] { m_frame->ShowINI_Click(this); });
@@ -266,8 +266,8 @@ QWidget* Pairview::createCommandArea() {
     grid->setColumnStretch(10, 1);
     // Buttons whose commands are not part of this window yet stay visible but
     // cannot be pressed, rather than doing nothing.
-    for (const char* name : {"Compare_Button", "CompareSingle", "CopySelected", "FindFile",
-                             "FindText", "CreateXcopy", "RunShell", "AddFavorite"})
+    for (const char* name : {"CopySelected", "FindFile", "FindText", "CreateXcopy", "RunShell",
+                             "AddFavorite"})
         area->findChild<QPushButton*>(name)->setEnabled(false);
     return area;
 }
@@ -407,17 +407,6 @@ void Pairview::EditorList_Change() {
     if (text.trimmed().isEmpty() || text == "----")
         return;
     programSettings().write("APPLICATION", "EDITOR", text.toStdString());
-}
-
-void Pairview::Set_StatusBar1(const std::string& text1, const std::string& text2,
-                              const std::string& text3, const std::string& text4,
-                              const std::string& label, const std::string& fileName) {
-    const std::string texts[4] = {text1, text2, text3, text4};
-    for (int i = 0; i < 4; ++i)
-        if (!texts[i].empty())
-            m_statusPanels[static_cast<size_t>(i)]->setText(qs(texts[i]));
-    m_statusPanels[4]->setText(qs(label));
-    m_statusPanels[5]->setText(qs(fileName));
 }
 
 QString Pairview::statusPanel(int panel) const {

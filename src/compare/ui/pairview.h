@@ -5,6 +5,7 @@
 
 #include <QWidget>
 #include <array>
+#include <memory>
 #include <string>
 
 class QComboBox;
@@ -19,6 +20,7 @@ class QLabel;
 namespace pv {
 
 class MDIForm1;
+class PairviewCompare;
 class DriveListBox;
 class DirListBox;
 class FileListBox;
@@ -29,6 +31,7 @@ class Pairview : public QWidget {
     Q_OBJECT
 public:
     explicit Pairview(MDIForm1* frame, QWidget* parent = nullptr);
+    ~Pairview() override;
 
     // The window tag ("" for the first compare window) and its settings section.
     QString tag() const;
@@ -72,6 +75,21 @@ public:
                         const std::string& label, const std::string& fileName);
     QString statusPanel(int panel) const;
 
+    // The compare (pairviewcompare.cpp): the Compare button in both modes, the
+    // single-file compare, the fc switch boxes, file attributes, the status panels'
+    // click.
+    void Compare_Button_Click();
+    void CompareDirectories();
+    std::string GetFileAttributes(const std::string& path) const;
+    void compare_singles(const std::string& fileName1, const std::string& dirPath1,
+                         const std::string& fileName2, const std::string& dirPath2);
+    void CompareSingle_Click();
+    void fc_lb_Change();
+    void fc_nnnn_Change();
+    void StatusBar1_PanelClick(int panel);
+    // True while a compare of this window runs (a second Compare is then ignored).
+    bool compareRunning() const;
+
     // The attribute texts of the files last shown, shared with the compare.
     std::string attrOne;
     std::string attrTwo;
@@ -90,6 +108,7 @@ private:
     };
     static int index(Side side) { return side == Side::Left ? 0 : 1; }
 
+    void connectCompareControls();
     void createControls();
     void createPane(Side side);
     QWidget* createCommandArea();
@@ -103,6 +122,7 @@ private:
     QComboBox* m_editorList = nullptr;
     QStatusBar* m_statusBar = nullptr;
     std::array<QLabel*, 6> m_statusPanels{};
+    std::unique_ptr<PairviewCompare> m_compare;
 };
 
 } // namespace pv

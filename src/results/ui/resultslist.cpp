@@ -1,6 +1,11 @@
 #include "results/ui/resultslist.h"
 
 #include "app/errorpolicy.h"
+#include "app/programpaths.h"
+#include "app/ui/formregistry.h"
+#include "app/ui/mdiform1.h"
+#include "compare/filelisting.h"
+#include "compare/ui/pairview.h"
 #include "platform/prompter.h"
 #include "platform/textfile.h"
 #include "results/resultsnavigation.h"
@@ -30,8 +35,8 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     // A fixed-pitch font, so that the padded columns line up.
     // "Courier New" first; where it is not installed, the usual fixed-pitch faces.
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setFamilies({"Courier New", "DejaVu Sans Mono", "Liberation Mono", "Courier",
-                      font.family()});
+    font.setFamilies(
+        {"Courier New", "DejaVu Sans Mono", "Liberation Mono", "Courier", font.family()});
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
     m_list->setFont(font);
@@ -78,11 +83,37 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_sincePaint.start();
 }
 
+ResultsList* ResultsList::instance(bool create) {
+    for (QWidget* form : FormRegistry::openForms())
+        if (auto* r = qobject_cast<ResultsList*>(form))
+            return r;
+    if (!create)
+        return nullptr;
+    auto* r = new ResultsList;
+    r->setSingleCompare([](const std::string& f1, const std::string& d1, const std::string& f2,
+                           const std::string& d2) {
+        if (MDIForm1* frame = mainWindow())
+            if (Pairview* window = frame->activeCompareWindow())
+                dispatchCommand("ResultsList", [&] { window->compare_singles(f1, d1, f2, d2); });
+    });
+    r->setEditorLauncher([](const std::string& path) {
+        if (MDIForm1* frame = mainWindow())
+            frame->runEditor(path);
+    });
+    r->setListFilePath(joinPath(globals().paths.programDirectory, "PairviewList.txt"));
+    if (MDIForm1* frame = mainWindow()) {
+        frame->showChild(r);
+    } else {
+        FormRegistry::add(r);
+        r->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    return r;
+}
+
 void ResultsList::setCntl(std::string_view value) {
     m_cntl = value;
     if (m_cntl.empty()) { // a compare has ended: show everything it wrote
-        flush();
-        m_list->scrollToBottom();
+        paintNow();
     }
 }
 
@@ -91,9 +122,12 @@ void ResultsList::InitializeProgressBar1(long max) {
         max = 200;
     m_progressMax = max;
     m_progressCount = 0;
-    m_progressBar->setRange(0, static_cast<int>(max));
-    m_progressBar->setValue(0);
-    m_progressBar->setVisible(true);
+    m_progressComplete = false;
+    // The widgets follow at the next paint: a progress bar repaints itself at
+    // once on every change, and a sub-directory run starts thousands of bars.
+    m_progressChanged = true;
+    if (m_cntl != "Process")
+        paintNow();
 }
 
 void ResultsList::IncrementProgressBar1() {
@@ -105,11 +139,15 @@ void ResultsList::IncrementProgressBar1() {
 
 void ResultsList::CompleteProgressBar1() {
     m_progressCount = m_progressMax;
-    m_progressBar->setValue(m_progressBar->maximum());
-    m_percentage->setText("100");
+    m_progressComplete = true;
+    m_progressChanged = true;
+    if (m_cntl != "Process")
+        paintNow();
 }
 
-bool ResultsList::isEmpty() const { return m_pending.isEmpty() && m_list->count() == 0; }
+bool ResultsList::isEmpty() const {
+    return m_pending.isEmpty() && m_list->count() == 0;
+}
 
 void ResultsList::addLine(std::string_view line) {
     m_pending.append(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())));
@@ -124,14 +162,27 @@ void ResultsList::flush() const {
 
 void ResultsList::paintNow() {
     flush();
+    if (m_progressChanged) {
+        m_progressBar->setVisible(true);
+        if (m_progressBar->maximum() != static_cast<int>(m_progressMax))
+            m_progressBar->setRange(0, static_cast<int>(m_progressMax));
+        m_progressChanged = false;
+    }
     if (m_progressMax >= 1) {
         long value = std::min(m_progressCount, m_progressMax);
         m_progressBar->setValue(static_cast<int>(value));
-        if (value > 0)
-            m_percentage->setText(QString::fromStdString(progressPercentText(value, m_progressMax)));
+        if (m_progressComplete)
+            m_percentage->setText("100");
+        else if (value > 0)
+            m_percentage->setText(
+                QString::fromStdString(progressPercentText(value, m_progressMax)));
     }
-    if (m_list->count() > 0)
+    // While a compare runs its newest line is selected, so the list follows it
+    // (a selection then starts no single compare); otherwise it only scrolls.
+    if (m_cntl == "Process" && m_list->count() > 0)
         m_list->setCurrentRow(m_list->count() - 1);
+    else
+        m_list->scrollToBottom();
     if (isVisible()) {
         m_list->repaint();
         QWidget::repaint();
@@ -173,7 +224,9 @@ int ResultsList::selectedLine() const {
     return m_list->currentRow();
 }
 
-QString ResultsList::progressText() const { return m_percentage->text(); }
+QString ResultsList::progressText() const {
+    return m_percentage->text();
+}
 
 void ResultsList::List1_Click() {
     if (m_cntl == "Process")

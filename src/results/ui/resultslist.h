@@ -21,16 +21,25 @@ namespace pv {
 
 class ResultsList : public QWidget, public CompareObserver {
     Q_OBJECT
-public:
+  public:
     explicit ResultsList(QWidget* parent = nullptr);
+
+    // The one results window of the program, opened (as a child of the main
+    // window when there is one) on first use; nullptr when it is not open and
+    // `create` is false. A click on a matched or different line compares that
+    // pair in the active compare window; "print" opens its file in the editor.
+    static ResultsList* instance(bool create = true);
 
     // What a click on a matched or different line does: compare the pair
     // (fileName, dir1, fileName, dir2) in the active compare window.
-    using SingleCompare = std::function<void(const std::string& fileName1, const std::string& dir1,
-                                             const std::string& fileName2, const std::string& dir2)>;
+    using SingleCompare =
+        std::function<void(const std::string& fileName1, const std::string& dir1,
+                           const std::string& fileName2, const std::string& dir2)>;
     void setSingleCompare(SingleCompare compare) { m_singleCompare = std::move(compare); }
     // Opens a file in the chosen editor (the main window's runEditor).
-    void setEditorLauncher(std::function<void(const std::string&)> run) { m_runEditor = std::move(run); }
+    void setEditorLauncher(std::function<void(const std::string&)> run) {
+        m_runEditor = std::move(run);
+    }
     // Where "print" writes the list ("PairviewList.txt" in the program directory).
     void setListFilePath(std::string path) { m_listFilePath = std::move(path); }
 
@@ -65,7 +74,7 @@ public:
     void NextDifference_Click();
     void PrintButton_Click();
 
-private:
+  private:
     // Moves lines added since the last paint into the list widget.
     void flush() const;
     void paintNow();
@@ -79,6 +88,8 @@ private:
     std::string m_cntl;
     long m_progressMax = 0;
     long m_progressCount = 0;
+    bool m_progressChanged = false;
+    bool m_progressComplete = false;
     mutable QStringList m_pending;
     QElapsedTimer m_sincePaint;
     bool m_rowChangedByPress = false;

@@ -42,8 +42,8 @@ const std::vector<std::string> kBlocks = {
 TEST(ResultsList, ControlsCarryTheirNames) {
     ResultsList r;
     EXPECT_EQ(r.windowTitle(), "ResultsList");
-    for (const char* name : {"List1", "NextDifference", "PrintButton", "ProgressBar1",
-                             "ProgressPercentage"})
+    for (const char* name :
+         {"List1", "NextDifference", "PrintButton", "ProgressBar1", "ProgressPercentage"})
         EXPECT_NE(r.findChild<QWidget*>(name), nullptr) << name;
     EXPECT_EQ(r.findChild<QPushButton*>("NextDifference")->text(), "Next Difference");
     EXPECT_EQ(r.findChild<QPushButton*>("PrintButton")->text(), "print");
@@ -55,7 +55,9 @@ TEST(ResultsList, ClicksCompareOnlyMatchedAndDifferentLinesWithTheirBlocksDirect
     ResultsList r;
     std::vector<Clicked> clicks;
     r.setSingleCompare([&](const std::string& f1, const std::string& d1, const std::string& f2,
-                           const std::string& d2) { clicks.push_back({f1, d1, f2, d2}); });
+                           const std::string& d2) {
+        clicks.push_back({f1, d1, f2, d2});
+    });
     fill(r, kBlocks);
     r.selectLine(5);  // one only: nothing
     r.selectLine(6);  // statistics: nothing
@@ -112,7 +114,8 @@ TEST(ResultsList, PrintWritesTheListAndOpensIt) {
     r.PrintButton_Click();
     EXPECT_EQ(pvtest::readFile(dir / "PairviewList.txt"),
               "Print file compare:Start\r\n\r\na\r\nb\tc \r\n");
-    EXPECT_EQ(opened, (std::vector<std::string>{dir / "PairviewList.txt", dir / "PairviewList.txt"}));
+    EXPECT_EQ(opened,
+              (std::vector<std::string>{dir / "PairviewList.txt", dir / "PairviewList.txt"}));
     // An unwritable list file is passed over; the editor is still asked.
     r.setListFilePath(dir / "no/such/dir/PairviewList.txt");
     r.PrintButton_Click();

@@ -1,0 +1,101 @@
+#include "compare/comparecommand.h"
+#include "platform/runtimeerror.h"
+#include "recordingobserver.h"
+#include "support/temptree.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+using namespace pv;
+
+namespace {
+
+// Panes over a pretend tree: file lists and sub-directories by directory.
+class FakePanes : public ComparePanes {
+  public:
+    std::map<std::string, std::vector<std::string>> files, subdirs;
+    std::string left = "/l", right = "/r";
+    bool stop = true; // cleared by a sub-directory run
+    std::string leftDir() const override { return left; }
+    std::string rightDir() const override { return right; }
+    PaneLists lists() override {
+        if (!files.count(left) || !files.count(right))
+            throw RuntimeError(2, "No such file or directory");
+        return {left, right, files[left], files[right]};
+    }
+    std::string moveLeft(const std::string& d) override { return left = d; }
+    std::string moveRight(const std::string& d) override {
+        if (!files.count(d))
+            throw RuntimeError(2, "No such file or directory");
+        return right = d;
+    }
+    std::vector<std::string> subdirectories(const std::string& d) override { return subdirs[d]; }
+    bool stopRequested() override { return stop; }
+    void clearStopRequest() override { stop = false; }
+};
+
+struct Fixture {
+    pvtest::TempDir home;
+    pvtest::RecordingObserver observer;
+    FakePanes panes;
+    int starts = 0;
+    DirectoryCompare compare{observer, CompareFiles::forWindow(home.str(), ""),
+                             [this](const std::string&) { return ++starts, 9L; },
+                             [](const std::string&) { return std::string(); }};
+    CompareTotals run(bool sub) {
+        CompareCommand command(compare, observer, panes, [] { return DirectoryCompare::Call{}; });
+        return command.run(sub);
+    }
+};
+
+} // namespace
+
+TEST(CompareCommand, SingleModeTotalsAndEndLine) {
+    Fixture f;
+    f.panes.files = {{"/l", {"a", "b"}}, {"/r", {"a"}}};
+    CompareTotals t = f.run(false);
+    EXPECT_EQ(t.pairs, 1);
+    EXPECT_EQ(t.matched, 1);
+    EXPECT_EQ(t.oneOnly, 1);
+    EXPECT_FALSE(t.allMatched());
+    EXPECT_EQ(f.observer.lines.back().rfind("end of Directory compare\t", 0), 0u);
+    EXPECT_EQ(f.observer.cntl, "");
+    EXPECT_EQ(f.starts, 1);
+}
+
+TEST(CompareCommand, SingleModeErrorLeavesControlValueClearAndScriptUnstarted) {
+    Fixture f;
+    f.panes.files = {{"/l", {"a"}}}; // the right directory cannot be listed
+    EXPECT_THROW(f.run(false), RuntimeError);
+    EXPECT_EQ(f.observer.cntl, "");
+    EXPECT_EQ(f.starts, 0);
+}
+
+TEST(CompareCommand, SubDirectoryRunWalksRestoresAndStartsOnce) {
+    Fixture f;
+    f.panes.files = {{"/l", {"a"}}, {"/r", {"a"}}, {"/l/x", {"b"}}, {"/r/x", {"b"}}, {"/l/y", {}}};
+    f.panes.subdirs = {{"/l", {"/l/x", "/l/y"}}};
+    f.compare.beginSubDirectoryRun(); // a stale run's script is simply replaced
+    CompareTotals t = f.run(true);
+    EXPECT_EQ(t.pairs, 2);
+    EXPECT_EQ(t.matched, 2);
+    EXPECT_EQ(t.unmatchedDirectories, 1); // /r/y
+    EXPECT_EQ(f.starts, 1);
+    EXPECT_EQ(f.panes.left, "/l");
+    EXPECT_EQ(f.panes.right, "/r");
+    EXPECT_EQ(f.observer.lines.front().rfind("Start\t", 0), 0u);
+    EXPECT_EQ(f.observer.lines.back().rfind("end of subdirectory compare\t", 0), 0u);
+    EXPECT_EQ(f.observer.cntl, "");
+    // Replace in a sub-directory run: the results file gets the start lines once,
+    // when the script is complete.
+    EXPECT_EQ(pvtest::readFile(f.home / "Pairview.txt").rfind("\r\n\r\n---------- Start ", 0), 0u);
+}
+
+TEST(CompareCommand, TopPairThatCannotBeListedIsPassedOverInASubDirectoryRun) {
+    Fixture f;
+    f.panes.files = {{"/l", {"a"}}};
+    CompareTotals t = f.run(true);
+    EXPECT_EQ(t.pairs, 0);
+    EXPECT_EQ(f.starts, 1); // the script still ends and starts
+}

@@ -1,0 +1,250 @@
+#include "app/programpaths.h"
+#include "app/ui/mdiform1.h"
+#include "compare/ui/dirlistbox.h"
+#include "compare/ui/filelistbox.h"
+#include "compare/ui/pairview.h"
+#include "results/ui/resultslist.h"
+#include "settings/settings.h"
+#include "support/recordingprompter.h"
+#include "support/temptree.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+
+using pv::Side;
+
+namespace {
+
+class PairviewCompareTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        m_oldCwd = QDir::currentPath();
+        // Scripts are "started" by a program that does nothing.
+        ::setenv("PAIRVIEW_PVCMD", "/bin/true", 1);
+        ini = home.write("Pairview.ini", "[COMPARECONTROL]\r\nLIST_Length=True\r\n");
+        left = tree.mkdir("left");
+        right = tree.mkdir("right");
+    }
+    void TearDown() override {
+        frame.reset();
+        QDir::setCurrent(m_oldCwd);
+        ::unsetenv("PAIRVIEW_PVCMD");
+    }
+    void start() {
+        frame = std::make_unique<pv::MDIForm1>(std::vector<std::string>{"-ini", ini});
+        frame->MDIForm_Load(home.str());
+        window = frame->defaultCompareWindow(false);
+        ASSERT_NE(window, nullptr);
+        point(left, right);
+    }
+    void point(const std::string& l, const std::string& r) {
+        window->dir(Side::Left)->setPath(l);
+        window->dir(Side::Right)->setPath(r);
+        ASSERT_EQ(window->files(Side::Left)->path(), l);
+        ASSERT_EQ(window->files(Side::Right)->path(), r);
+    }
+    void pressCompare() { window->findChild<QPushButton*>("Compare_Button")->click(); }
+    std::vector<std::string> results() const {
+        pv::ResultsList* r = pv::ResultsList::instance(false);
+        return r ? r->lines() : std::vector<std::string>{};
+    }
+    long count(const std::string& prefix) const {
+        long n = 0;
+        for (const auto& l : results())
+            n += l.rfind(prefix, 0) == 0;
+        return n;
+    }
+
+    pvtest::TempDir home, tree;
+    pvtest::RecordingPrompter prompts;
+    std::string ini, left, right;
+    std::unique_ptr<pv::MDIForm1> frame;
+    pv::Pairview* window = nullptr;
+
+  private:
+    QString m_oldCwd;
+};
+
+} // namespace
+
+TEST_F(PairviewCompareTest, CompareFillsResultsListScriptAndResultsFile) {
+    tree.write("left/a.cpp", "same");
+    tree.write("right/a.cpp", "same");
+    tree.write("left/b.h", "left only");
+    tree.write("left/c.txt", "short");
+    tree.write("right/c.txt", "longer!");
+    start();
+    pressCompare();
+    EXPECT_TRUE(prompts.messages.empty()) << prompts.messages.front();
+    std::vector<std::string> lines = results();
+    ASSERT_EQ(lines.size(), 4u + 3u + 7u + 1u);
+    EXPECT_EQ(lines[1], "Directory 1: " + left + " ");
+    EXPECT_EQ(lines[2], "Directory 2: " + right + " ");
+    EXPECT_EQ(lines[4], "0 -matched-   0  - 4  - 4 a.cpp");
+    EXPECT_EQ(lines[5], "1 -one only-  1  - 9       b.h");
+    EXPECT_EQ(lines[6], "2 -different- 1  - 5  - 7 c.txt");
+    EXPECT_EQ(lines[13], " there were 1 items with different datetimes and or lengths. See "
+                         "results for details.");
+    EXPECT_EQ(lines[14].rfind("end of Directory compare\t", 0), 0u);
+    EXPECT_EQ(pv::ResultsList::instance(false)->getCntl(), "");
+
+    std::string script = pvtest::readFile(home / "Pairview.cmd");
+    std::string results = home / "Pairview.txt";
+    EXPECT_NE(script.find("\r\nfc /lb100 /2 \"" + left + "/a.cpp\" \"" + right + "/a.cpp\"  >> " +
+                          results + "\r\n\r\nfc /lb100 /2 \"" + left + "/c.txt\" \"" + right +
+                          "/c.txt\"  >> " + results + "\r\n\r\nWrite.exe \"" + results +
+                          "\"\r\n\r\n"),
+              std::string::npos);
+    EXPECT_EQ(pvtest::readFile(results).rfind("\r\n\r\n---------- Start ", 0), 0u);
+    EXPECT_GT(window->lastTask, 0);
+    // The attributes of the last pair stay for the status line.
+    EXPECT_EQ(window->attrOne, " - 5");
+    EXPECT_EQ(window->attrTwo, " - 7");
+
+    // A second compare appends to the list and, with Append, keeps the results file.
+    pv::Settings(ini).write("COMPARECONTROL", "FC_B", "True");
+    window->findChild<QRadioButton*>("OutputOptionAppend")->setChecked(true);
+    home.write("Pairview.txt", "fc reports\r\n");
+    pressCompare();
+    EXPECT_EQ(count("Start\t"), 2);
+    EXPECT_EQ(pvtest::readFile(home / "Pairview.txt"), "fc reports\r\n");
+    EXPECT_NE(pvtest::readFile(home / "Pairview.cmd").find("fc /lb100 /2 /b \""),
+              std::string::npos);
+}
+
+TEST_F(PairviewCompareTest, FailureIsReportedAndTheScriptIsNotStarted) {
+    tree.write("left/a", "1");
+    tree.write("right/a", "1");
+    home.mkdir("Pairview.txt"); // the results file cannot be written
+    start();
+    window->lastTask = 0;
+    pressCompare();
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0].rfind("Compare:fall through error:", 0), 0u);
+    EXPECT_EQ(window->lastTask, 0);
+    EXPECT_EQ(pv::ResultsList::instance()->getCntl(), "");
+}
+
+TEST_F(PairviewCompareTest, SubDirectoryWalkReportsAndRestoresThePanes) {
+    tree.write("left/top.txt", "1");
+    tree.write("right/top.txt", "1");
+    tree.write("left/x/in.txt", "1");
+    tree.write("right/x/in.txt", "1");
+    tree.write("left/y/z/deep.txt", "1"); // y is missing on the right
+    std::string deep = "left/d";
+    for (int level = 1; level <= 25; ++level) {
+        tree.mkdir(deep);
+        tree.mkdir("right" + deep.substr(4));
+        deep += "/d";
+    }
+    start();
+    frame->action("mnu_Options_Compare_Include_Sub_Directories")->setChecked(true);
+    window->findChild<QCheckBox*>("StopProcessing")->setChecked(true); // cleared by Compare
+    pressCompare();
+    EXPECT_TRUE(prompts.messages.empty());
+    // Level 0, x, the 23 levels of d below the top and nothing deeper.
+    EXPECT_EQ(count("Directory 1: "), 1 + 1 + 23);
+    EXPECT_EQ(count("Directory is too deep to process in this version"), 1);
+    std::vector<std::string> lines = results();
+    EXPECT_NE(std::find(lines.begin(), lines.end(),
+                        "Unmatched sub directory : '\t" + right + "/y' does not exist"),
+              lines.end());
+    EXPECT_NE(std::find(lines.begin(), lines.end(),
+                        "Unmatched sub directory : '\t" + right + "/y/z' does not exist"),
+              lines.end());
+    EXPECT_EQ(lines.back().rfind("end of subdirectory compare\t", 0), 0u);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+    EXPECT_EQ(window->files(Side::Right)->path(), right);
+    EXPECT_FALSE(window->findChild<QCheckBox*>("StopProcessing")->isChecked());
+    std::string script = pvtest::readFile(home / "Pairview.cmd");
+    EXPECT_EQ(script.rfind("\r\nrem ---------- Start Sub directory search ", 0), 0u);
+    EXPECT_NE(script.find("\"" + left + "/x/in.txt\""), std::string::npos);
+    EXPECT_EQ(script.find("deep.txt"), std::string::npos);
+    // The last left directory the walk visited (d, x, then y and y/z).
+    EXPECT_EQ(pv::Settings(ini).read("LASTFILE", "COMPARECURRENTDIR"), left + "/y/z");
+}
+
+TEST_F(PairviewCompareTest, StatusLineClicksAndSwitchBoxes) {
+    tree.write("left/f.txt", "12345");
+    tree.write("right/f.txt", "1234567");
+    start();
+    window->files(Side::Right)->setListIndex(0);
+    window->FileList_Click(Side::Right);
+    window->files(Side::Left)->setListIndex(0);
+    window->FileList_Click(Side::Left);
+    EXPECT_EQ(window->statusPanel(1), " ");
+    EXPECT_EQ(window->statusPanel(2), " 5");
+    EXPECT_EQ(window->statusPanel(3), " ");
+    EXPECT_EQ(window->statusPanel(4), " 7");
+    EXPECT_EQ(window->statusPanel(5), "file one:");
+    EXPECT_EQ(window->statusPanel(6), "f.txt");
+
+    window->findChild<QLineEdit*>("fc_lb")->setText("/lb7");
+    window->findChild<QLineEdit*>("fc_nnnn")->setText("");
+    EXPECT_EQ(pv::Settings(ini).read("COMPARECONTROL", "FC_LB"), "/lb7");
+    EXPECT_EQ(pv::Settings(ini).read("COMPARECONTROL", "FC_NNNN"), "");
+
+    // A click on a panel compares the two selected files through the command file.
+    window->lastTask = 0;
+    auto* panel = window->findChild<QLabel*>("StatusBar1_Panel3");
+    ASSERT_NE(panel, nullptr);
+    QTest::mouseClick(panel, Qt::LeftButton);
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_GT(window->lastTask, 0);
+}
+
+TEST_F(PairviewCompareTest, AttributesViewShowsTheChosenFile) {
+    tree.write("left/f.txt", "12345");
+    tree.write("right/g.txt", "1234567");
+    pv::Settings(ini).write("COMPARECONTROL", "LIST_DateTime", "True");
+    pvtest::setMTime(left + "/f.txt", 1778144707); // 2026-05-07 09:05:07 UTC
+    start();
+    QAction* attributes = frame->action("mnu_FileAttributes");
+    window->files(Side::Left)->setListIndex(-1);
+    window->files(Side::Right)->setListIndex(-1);
+    attributes->trigger();
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0],
+              "Please select a file to open. I will use the last file you clicked on.");
+    window->files(Side::Left)->setListIndex(0);
+    window->files(Side::Right)->setListIndex(0);
+    pv::globals().setClicked(pv::ClickedControl::FileOne);
+    attributes->trigger();
+    ASSERT_EQ(prompts.messages.size(), 2u);
+    EXPECT_EQ(prompts.titles[1], left + "/f.txt");
+    EXPECT_EQ(prompts.messages[1], "\r\n\r\nDate Last changed (yyyy/mm/dd): 2026\\05\\07 \r\n"
+                                   "Time Last changed:  9:5:7 \r\nLength:  5\r\n\r\n");
+    // Both selected and the right side clicked last: the right file.
+    pv::globals().setClicked(pv::ClickedControl::Dir2);
+    pv::Settings(ini).write("COMPARECONTROL", "LIST_DateTime", "False");
+    attributes->trigger();
+    EXPECT_EQ(prompts.messages.back(), " - 7");
+}
+
+TEST_F(PairviewCompareTest, AClickOnStopProcessingReachesARunningWalk) {
+    tree.write("left/x/a", "1");
+    tree.write("right/x/a", "1");
+    start();
+    frame->action("mnu_Options_Compare_Include_Sub_Directories")->setChecked(true);
+    auto* stop = window->findChild<QCheckBox*>("StopProcessing");
+    // Delivered by the event loop, so only when the walk lets events through.
+    QTimer::singleShot(0, stop, [stop] { stop->setChecked(true); });
+    pressCompare();
+    EXPECT_TRUE(stop->isChecked());
+    EXPECT_EQ(count("Directory 1: "), 0);
+    EXPECT_EQ(results().back().rfind("end of subdirectory compare\t", 0), 0u);
+    // A press with the box checked clears it and walks.
+    pressCompare();
+    EXPECT_EQ(count("Directory 1: "), 2);
+}
