@@ -1,4 +1,5 @@
 #include "compare/capturefile.h"
+#include "compare/filelisting.h"
 
 #include "compare/scripttext.h"
 
@@ -16,7 +17,7 @@ void CaptureFile::open(const std::string& path, const std::string& now) {
 
 void CaptureFile::Capture_directory(const std::string& dirPath, const std::string& fileName) {
     m_file.writeLine("-- " + fileName);
-    std::string bytes = readFileBytes(joinDirName(dirPath, fileName));
+    std::string bytes = readFileBytes(joinPath(dirPath, fileName));
     // Lines end at LF (a CR before it belongs to the line end); a last line
     // without a line end is still a line.
     std::string_view rest(bytes);

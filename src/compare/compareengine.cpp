@@ -1,4 +1,5 @@
 #include "compare/compareengine.h"
+#include "compare/filelisting.h"
 
 #include "compare/compareobserver.h"
 #include "compare/linesink.h"
@@ -58,8 +59,8 @@ int CompareEngine::seqWidth(long count1, long count2) {
 
 std::string CompareEngine::fcLine(const std::string& leftPath, const std::string& rightPath,
                                   const std::string& resultsFile) const {
-    return "fc " + directoryFcSwitches(m_options) + "\"" + scriptQuoted(leftPath) + "\" \"" +
-           scriptQuoted(rightPath) + "\"  >> " + scriptQuoted(resultsFile);
+    return "fc " + directoryFcSwitches(m_options) + "\"" + leftPath + "\" \"" +
+           rightPath + "\"  >> " + resultsFile;
 }
 
 void writeCompareHeader(CompareObserver& observer, const std::string& leftDir,
@@ -84,11 +85,11 @@ CompareCounts CompareEngine::run(const CompareInput& in, CompareObserver& observ
     std::vector<std::string> attrs1(left.size()), attrs2(right.size());
     size_t longest = 0;
     for (size_t n = 0; n < left.size(); ++n) {
-        attrs1[n] = m_attributes(joinDirName(in.leftDir, left[n]));
+        attrs1[n] = m_attributes(joinPath(in.leftDir, left[n]));
         longest = std::max(longest, attrs1[n].size());
     }
     for (size_t n = 0; n < right.size(); ++n) {
-        attrs2[n] = m_attributes(joinDirName(in.rightDir, right[n]));
+        attrs2[n] = m_attributes(joinPath(in.rightDir, right[n]));
         longest = std::max(longest, attrs2[n].size());
     }
     const size_t attrWidth = longest + 1;
@@ -146,8 +147,8 @@ CompareCounts CompareEngine::run(const CompareInput& in, CompareObserver& observ
                     ++k.matched;
                     if (differs)
                         ++k.different;
-                    std::string leftPath = joinDirName(in.leftDir, name1);
-                    std::string rightPath = joinDirName(in.rightDir, name2);
+                    std::string leftPath = joinPath(in.leftDir, name1);
+                    std::string rightPath = joinPath(in.rightDir, name2);
                     std::string refusal = scriptRefusal(leftPath);
                     if (refusal.empty())
                         refusal = scriptRefusal(rightPath);

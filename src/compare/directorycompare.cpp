@@ -1,4 +1,5 @@
 #include "compare/directorycompare.h"
+#include "compare/filelisting.h"
 
 #include "compare/compareobserver.h"
 #include "compare/fileattributes.h"
@@ -9,9 +10,9 @@ namespace pv {
 
 CompareFiles CompareFiles::forWindow(const std::string& programDir, const std::string& tag) {
     CompareFiles f;
-    f.results = joinDirName(programDir, "Pairview" + tag + ".txt");
-    f.script = joinDirName(programDir, "Pairview" + tag + ".cmd");
-    f.capture = joinDirName(programDir, "CaptureFile.txt");
+    f.results = joinPath(programDir, "Pairview" + tag + ".txt");
+    f.script = joinPath(programDir, "Pairview" + tag + ".cmd");
+    f.capture = joinPath(programDir, "CaptureFile.txt");
     return f;
 }
 
@@ -102,7 +103,7 @@ void DirectoryCompare::finishRun(const CompareOptions& options) {
         writeResultsStart(start);
     }
     m_script.writeLine();
-    m_script.writeLine(scriptEditor(options.editor) + " \"" + scriptQuoted(m_files.results) + "\"");
+    m_script.writeLine(scriptEditor(options.editor) + " \"" + m_files.results + "\"");
     m_script.writeLine();
     m_script.close();
     if (m_start)

@@ -1,4 +1,5 @@
 #include "compare/singlecompare.h"
+#include "compare/filelisting.h"
 
 #include "compare/scripttext.h"
 #include "platform/runtimeerror.h"
@@ -8,7 +9,7 @@
 namespace pv {
 
 std::string singleResultFile(const std::string& programDir, const std::string& tag) {
-    return joinDirName(programDir, "PairviewSingle" + tag + ".txt");
+    return joinPath(programDir, "PairviewSingle" + tag + ".txt");
 }
 
 namespace {
@@ -31,10 +32,10 @@ std::string compareSinglesCommand(const std::string& programDir, const std::stri
                                   const std::string& dirPath1, const std::string& fileName2,
                                   const std::string& dirPath2, const std::string& resultFile,
                                   const CompareOptions& options) {
-    std::string args = quoted(joinDirName(dirPath1, fileName1)) + " " +
-                       quoted(joinDirName(dirPath2, fileName2)) + " " + quoted(resultFile) + " " +
+    std::string args = quoted(joinPath(dirPath1, fileName1)) + " " +
+                       quoted(joinPath(dirPath2, fileName2)) + " " + quoted(resultFile) + " " +
                        singleFcSwitches(options);
-    std::string command = joinDirName(programDir, std::string(kSingleCompareScript));
+    std::string command = joinPath(programDir, std::string(kSingleCompareScript));
     // The program directory is ours, but it may hold blanks.
     if (command.find(' ') != std::string::npos)
         command = "\"" + command + "\"";

@@ -180,9 +180,9 @@ TEST(CompareEngine, NamesThatCannotStandInAScriptAreLeftOutAndSaidSo) {
                   "left out of the compare script: the name holds a double quote");
     EXPECT_EQ(r.observer.lines[4],
               std::string(16, ' ') + "left out of the compare script: the name holds a line break");
-    // Percent signs are doubled so the interpreter gives them back literally; the
-    // & stays inside the quotes.
-    EXPECT_EQ(r.script.text(), "\r\nfc /lb100 /2 \"/a/c%%PATH%%&calc\" \"/b/c%%PATH%%&calc\"  >> "
+    // The generated script is taken literally: % and & stay as they are, inside the
+    // quotes.
+    EXPECT_EQ(r.script.text(), "\r\nfc /lb100 /2 \"/a/c%PATH%&calc\" \"/b/c%PATH%&calc\"  >> "
                                "/prog/Pairview1.txt\r\n");
     EXPECT_EQ(r.counts.matched, 3);
 }

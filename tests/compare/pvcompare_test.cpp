@@ -143,6 +143,8 @@ TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {
     tree.write("r/x 100.txt", "a\r\nccc\r\n");
     tree.write("l/q&calc", "1\r\n");
     tree.write("r/q&calc", "1\r\n");
+    tree.write("l/100%PATH%.txt", "p\r\n");
+    tree.write("r/100%PATH%.txt", "p\r\n");
     Result r =
         pvcompare(home.str(), "--run " + shellQuote(tree / "l") + " " + shellQuote(tree / "r"));
     ASSERT_EQ(r.status, 1) << r.out;
@@ -160,6 +162,10 @@ TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {
               std::string::npos)
         << results;
     EXPECT_NE(results.find("Comparing files " + (tree / "l/q&calc")), std::string::npos);
+    EXPECT_NE(results.find("Comparing files " + (tree / "l/100%PATH%.txt") + " and " +
+                           (tree / "r/100%PATH%.txt") + "\r\nFC: no differences encountered"),
+              std::string::npos)
+        << results;
     EXPECT_NE(results.find("***** " + (tree / "l/x 100.txt") + "\r\na\r\nb\r\n"), std::string::npos)
         << results;
 }
