@@ -103,13 +103,6 @@ class DirectoryPanes : public pv::ComparePanes {
     bool m_leftListed = false, m_rightListed = false;
 };
 
-// A directory argument as the panes hold it: no trailing separator except "/".
-std::string paneDir(std::string dir) {
-    while (dir.size() > 1 && dir.back() == '/')
-        dir.pop_back();
-    return dir;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -152,7 +145,8 @@ int main(int argc, char** argv) {
         pv::DirectoryCompare compare(
             observer, pv::CompareFiles::forWindow(paths.programDirectory, ""),
             [run](const std::string& command) { return run ? pv::startDetached(command) : 0L; });
-        DirectoryPanes panes(paneDir(dirs[0]), paneDir(dirs[1]), pattern);
+        DirectoryPanes panes(pv::normalizeDirectoryPath(dirs[0]),
+                             pv::normalizeDirectoryPath(dirs[1]), pattern);
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;
             call.options = pv::readCompareOptions(settings);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
+#include <filesystem>
 #include <memory>
 #include <sys/stat.h>
 
@@ -56,6 +57,19 @@ std::string joinPath(std::string_view dir, std::string_view name) {
         out += '/';
     out += name;
     return out;
+}
+
+std::string normalizeDirectoryPath(const std::string& path) {
+    namespace fs = std::filesystem;
+    std::string p = path.empty() ? "/" : path;
+    if (p.front() != '/') {
+        std::error_code ec;
+        p = (fs::current_path(ec) / p).string();
+    }
+    p = fs::path(p).lexically_normal().string();
+    while (p.size() > 1 && p.back() == '/')
+        p.pop_back();
+    return p;
 }
 
 std::string parentPath(std::string_view path) {

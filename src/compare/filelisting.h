@@ -11,6 +11,10 @@ namespace pv {
 // dir + "/" + name, without doubling the separator at the root.
 std::string joinPath(std::string_view dir, std::string_view name);
 
+// A directory path as the lists hold it: absolute (relative to the current
+// directory), normalised, no trailing separator except at the root.
+std::string normalizeDirectoryPath(const std::string& path);
+
 // The directory that holds `path` ("/" for a top-level entry).
 std::string parentPath(std::string_view path);
 

@@ -46,4 +46,7 @@ TEST(FileListing, JoinAndParent) {
     EXPECT_EQ(pv::joinPath("/x", "a"), "/x/a");
     EXPECT_EQ(pv::parentPath("/x/y"), "/x");
     EXPECT_EQ(pv::parentPath("/x"), "/");
+    EXPECT_EQ(pv::normalizeDirectoryPath("/x//y/../z/"), "/x/z");
+    EXPECT_EQ(pv::normalizeDirectoryPath("/"), "/");
+    EXPECT_EQ(pv::normalizeDirectoryPath("rel").front(), '/');
 }

@@ -7,23 +7,9 @@
 #include <QMouseEvent>
 #include <QStyle>
 #include <cerrno>
-#include <filesystem>
 #include <sys/stat.h>
 
 namespace pv {
-
-std::string normalizeDirectoryPath(const std::string& path) {
-    namespace fs = std::filesystem;
-    std::string p = path.empty() ? "/" : path;
-    if (p.front() != '/') {
-        std::error_code ec;
-        p = (fs::current_path(ec) / p).string();
-    }
-    p = fs::path(p).lexically_normal().string();
-    while (p.size() > 1 && p.back() == '/')
-        p.pop_back();
-    return p;
-}
 
 DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
     setSelectionMode(QAbstractItemView::SingleSelection);

@@ -45,7 +45,4 @@ private:
     std::vector<std::string> m_subdirs;
 };
 
-// A path as the lists hold it: absolute, no trailing separator except the root.
-std::string normalizeDirectoryPath(const std::string& path);
-
 } // namespace pv
