@@ -10,6 +10,7 @@
 #include "platform/textfile.h"
 #include "results/resultsnavigation.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLineEdit>
@@ -67,16 +68,15 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     layout->addLayout(buttons);
     resize(760, 420);
 
-    // A selection made by code raises the click as well; a click on the line
-    // already selected does too.
-    connect(m_list, &QListWidget::currentRowChanged, this, [this](int) {
-        m_rowChangedByPress = true;
-        List1_Click();
-    });
-    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem*) {
-        if (!m_rowChangedByPress)
+    // A selection made by code or by the keys raises the click as well; a mouse
+    // click on the line already selected does too (one that moves the selection
+    // has raised it through the move).
+    connect(m_list, &QListWidget::currentRowChanged, this, [this](int) { List1_Click(); });
+    m_list->viewport()->installEventFilter(this);
+    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        if (m_list->row(item) == m_rowAtPress)
             List1_Click();
-        m_rowChangedByPress = false;
+        m_rowAtPress = -1;
     });
     connect(m_nextDifference, &QPushButton::clicked, this, &ResultsList::NextDifference_Click);
     connect(m_print, &QPushButton::clicked, this, &ResultsList::PrintButton_Click);
@@ -211,12 +211,16 @@ int ResultsList::lineCount() const {
 
 void ResultsList::selectLine(int index) {
     flush();
-    m_rowChangedByPress = false;
     if (index == m_list->currentRow() && index >= 0)
         List1_Click(); // selecting the selected line clicks it again
     else
         m_list->setCurrentRow(index);
-    m_rowChangedByPress = false;
+}
+
+bool ResultsList::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonPress)
+        m_rowAtPress = m_list->currentRow();
+    return QWidget::eventFilter(watched, event);
 }
 
 int ResultsList::selectedLine() const {

@@ -74,6 +74,9 @@ class ResultsList : public QWidget, public CompareObserver {
     void NextDifference_Click();
     void PrintButton_Click();
 
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
   private:
     // Moves lines added since the last paint into the list widget.
     void flush() const;
@@ -92,7 +95,7 @@ class ResultsList : public QWidget, public CompareObserver {
     bool m_progressComplete = false;
     mutable QStringList m_pending;
     QElapsedTimer m_sincePaint;
-    bool m_rowChangedByPress = false;
+    int m_rowAtPress = -1; // the selected line when the mouse went down on the list
 
     SingleCompare m_singleCompare;
     std::function<void(const std::string&)> m_runEditor;

@@ -7,6 +7,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
+#include <functional>
 #include <gtest/gtest.h>
 
 using namespace pv;
@@ -36,6 +37,11 @@ const std::vector<std::string> kBlocks = {
     "0 -matched-   0   z.txt",
     "1 -different- 1  - 4  - 5 w.txt",
 };
+
+std::string fileNameOfSelected(QListWidget* list) {
+    std::string line = list->currentItem()->text().toStdString();
+    return line.substr(line.find_last_of(' ') + 1);
+}
 
 } // namespace
 
@@ -79,6 +85,52 @@ TEST(ResultsList, ClicksCompareOnlyMatchedAndDifferentLinesWithTheirBlocksDirect
     r.setCntl("Process");
     r.selectLine(11);
     EXPECT_EQ(clicks.size(), 3u);
+}
+
+// A mouse click on the line that is already selected compares it again, however
+// the line came to be selected.
+TEST(ResultsList, ClickOnTheSelectedLineComparesAgain) {
+    struct Row {
+        const char* name;
+        std::function<void(ResultsList&, QListWidget*)> select;
+    };
+    const Row rows[] = {
+        {"selected by the arrow keys",
+         [](ResultsList&, QListWidget* list) {
+             list->setFocus();
+             list->setCurrentRow(10);
+             QTest::keyClick(list, Qt::Key_Down);
+         }},
+        {"selected by a running compare",
+         [](ResultsList& r, QListWidget*) {
+             r.setCntl("Process");
+             r.addLine("2 -matched-   2   v.txt");
+             QTest::qWait(
+                 60); // the list is painted, and follows its last line, at most every 40 ms
+             r.repaint();
+             r.setCntl("");
+         }},
+        {"selected by Next Difference",
+         [](ResultsList& r, QListWidget*) { r.NextDifference_Click(); }},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        ResultsList r;
+        std::vector<std::string> compared;
+        r.setSingleCompare([&](const std::string& f, const std::string&, const std::string&,
+                               const std::string&) { compared.push_back(f); });
+        fill(r, kBlocks);
+        ASSERT_EQ(r.lineCount(), static_cast<int>(kBlocks.size()));
+        r.show();
+        auto* list = r.findChild<QListWidget*>("List1");
+        row.select(r, list);
+        ASSERT_GE(list->currentRow(), 4);
+        size_t before = compared.size();
+        QRect rect = list->visualItemRect(list->item(list->currentRow()));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+        ASSERT_EQ(compared.size(), before + 1);
+        EXPECT_EQ(compared.back(), fileNameOfSelected(list));
+    }
 }
 
 TEST(ResultsList, NextDifferenceStepsWrapsAndSaysSo) {
