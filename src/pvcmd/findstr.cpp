@@ -267,7 +267,8 @@ class FindstrRun {
         if (!listDirectory(dir.empty() ? "." : dir, entries))
             return;
         for (const FileInfo& entry : entries) {
-            if (entry.isDirectory || entry.isHidden())
+            // Masks select files: a pipe or device would block the search or never end.
+            if (entry.isDirectory || entry.isHidden() || !S_ISREG(entry.mode))
                 continue;
             bool matched = false;
             for (size_t i = 0; i < wildcards.size(); ++i) {

@@ -296,7 +296,9 @@ class XcopyRun {
         if (!listDirectory(dir.empty() ? "." : dir, entries))
             return;
         for (const FileInfo& e : entries) {
-            if (e.isDirectory || (e.isHidden() && !m_o.hidden) || !mask.matches(e.name))
+            // Only files are copied: opening a pipe would wait for a writer.
+            if (e.isDirectory || !S_ISREG(e.mode) || (e.isHidden() && !m_o.hidden) ||
+                !mask.matches(e.name))
                 continue;
             std::string rel = relative + e.name;
             CopyItem item{withSlash(base) + rel, rel, e};

@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <future>
 #include <sstream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using pvcmd::FindstrMatcher;
@@ -294,6 +297,40 @@ TEST(FindstrOwnOutput, CaptureFileInTheTreeIsReadAsItWas) {
     for (int i = 0; i < 10000; ++i)
         expected += "cap.txt:needle line\n";
     EXPECT_EQ(pvtest::readFile(dir / "cap.txt").size(), expected.size());
+}
+
+} // namespace
+
+namespace {
+
+// Runs `tool` and, should it still wait after a few seconds, opens the pipe for
+// writing once so that a reader blocked on it gets its end and the test can fail.
+pvtest::ToolResult runBesidePipe(pvcmd::ToolMain tool, const std::string& dir,
+                                 const pvcmd::ToolArgs& args, const std::string& pipe) {
+    auto running = std::async(std::launch::async, [&] { return runTool(tool, dir, args); });
+    if (running.wait_for(std::chrono::seconds(5)) == std::future_status::timeout) {
+        int fd = ::open(pipe.c_str(), O_WRONLY | O_NONBLOCK);
+        if (fd >= 0)
+            ::close(fd);
+        ADD_FAILURE() << "the tool waited on the pipe";
+    }
+    return running.get();
+}
+
+// Masks select regular files: a named pipe in the tree is neither opened nor copied.
+TEST(ToolsAndPipes, MasksPassOverNamedPipes) {
+    pvtest::TempDir dir;
+    dir.write("src/a.txt", "needle\n");
+    std::string pipe = dir / "src/pipe.txt";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+
+    auto found = runBesidePipe(pvcmd::findstrMain, dir / "src", {"/s", "needle", "*.txt"}, pipe);
+    EXPECT_EQ(found.out, "a.txt:needle\n");
+    EXPECT_EQ(found.err, "");
+
+    auto copied = runBesidePipe(pvcmd::xcopyMain, dir.str(), {"src/*.txt", "dst/"}, pipe);
+    EXPECT_EQ(copied.out, "src/a.txt\r\n1 File(s) copied\r\n");
+    EXPECT_FALSE(std::filesystem::exists(dir / "dst/pipe.txt"));
 }
 
 } // namespace
