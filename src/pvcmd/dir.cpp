@@ -137,11 +137,14 @@ bool applySwitch(std::string_view raw, DirOptions& o) {
         return true;
     }
     if (letter == 't') {
+        // Pairview's time options are independent toggles, so "/t:aw" can come from
+        // a script: every letter must be a time field, and the last one decides.
         if (rest.empty())
             rest = "w";
-        if (rest.size() != 1 || std::string_view("caw").find(rest[0]) == std::string_view::npos)
-            return false;
-        o.timeField = rest[0];
+        for (char field : rest)
+            if (std::string_view("caw").find(field) == std::string_view::npos)
+                return false;
+        o.timeField = rest.back();
         return true;
     }
     if (!rest.empty())

@@ -174,6 +174,9 @@ bool readLinesFrom(const std::string& path, std::istream& stdinStream,
 // Reads a file in chunks that end at a line end (the last one excepted), handing
 // each to `consume(chunk, last)`; stops early when `consume` returns false.
 // `buffer` is reused between files. False when the file cannot be read.
+// A regular file is read only up to the size it had when opened: the report may be
+// appended to a file in the searched tree (a capture file below a /s search), and
+// reading on would find its own matches again and grow that file without end.
 template <typename Consume>
 bool readInLines(const std::string& path, std::string& buffer, Consume consume) {
     int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -187,12 +190,17 @@ bool readInLines(const std::string& path, std::string& buffer, Consume consume) 
     constexpr size_t kChunk = size_t(4) << 20;
     if (buffer.size() < kChunk)
         buffer.resize(kChunk);
+    const bool bounded = S_ISREG(st.st_mode);
+    auto left = static_cast<unsigned long long>(st.st_size);
     size_t used = 0;
     bool ok = true;
     for (;;) {
         if (used == buffer.size())
             buffer.resize(buffer.size() * 2); // a line longer than the buffer
-        ssize_t n = ::read(fd, buffer.data() + used, buffer.size() - used);
+        size_t want = buffer.size() - used;
+        if (bounded && want > left)
+            want = static_cast<size_t>(left);
+        ssize_t n = want == 0 ? 0 : ::read(fd, buffer.data() + used, want);
         if (n < 0) {
             if (errno == EINTR)
                 continue;
@@ -204,6 +212,7 @@ bool readInLines(const std::string& path, std::string& buffer, Consume consume) 
             break;
         }
         used += static_cast<size_t>(n);
+        left -= bounded ? static_cast<unsigned long long>(n) : 0;
         const void* nl = ::memrchr(buffer.data(), '\n', used);
         if (!nl)
             continue;
@@ -258,7 +267,8 @@ class FindstrRun {
         if (!listDirectory(dir.empty() ? "." : dir, entries))
             return;
         for (const FileInfo& entry : entries) {
-            if (entry.isDirectory || entry.isHidden())
+            // Masks select files: a pipe or device would block the search or never end.
+            if (entry.isDirectory || entry.isHidden() || !S_ISREG(entry.mode))
                 continue;
             bool matched = false;
             for (size_t i = 0; i < wildcards.size(); ++i) {

@@ -226,9 +226,15 @@ class XcopyRun {
         }
 
         int code = Copied;
-        if (m_o.treeOnly || m_o.emptyDirs) {
-            for (const std::string& dir : dirs)
-                if (!m_o.listOnly && !makeDirectory(destinationFor(dir + "/x")))
+        if (!m_o.listOnly && (m_o.treeOnly || m_o.emptyDirs)) {
+            // /e makes every directory; /t alone only those that hold files to copy.
+            std::vector<std::string> made = m_o.emptyDirs ? dirs : std::vector<std::string>();
+            if (!m_o.emptyDirs)
+                for (const CopyItem& item : items)
+                    if (item.relative.find('/') != std::string::npos)
+                        made.push_back(item.relative.substr(0, item.relative.rfind('/')));
+            for (const std::string& dir : made)
+                if (!makeDirectory(destinationFor(dir + "/x")))
                     code = WriteError;
         }
         int copied = 0;
@@ -290,7 +296,9 @@ class XcopyRun {
         if (!listDirectory(dir.empty() ? "." : dir, entries))
             return;
         for (const FileInfo& e : entries) {
-            if (e.isDirectory || (e.isHidden() && !m_o.hidden) || !mask.matches(e.name))
+            // Only files are copied: opening a pipe would wait for a writer.
+            if (e.isDirectory || !S_ISREG(e.mode) || (e.isHidden() && !m_o.hidden) ||
+                !mask.matches(e.name))
                 continue;
             std::string rel = relative + e.name;
             CopyItem item{withSlash(base) + rel, rel, e};

@@ -139,6 +139,8 @@ INSTANTIATE_TEST_SUITE_P(
             "OrderAloneGroupsDirectories", {"/o"}, {".", "..", "sub", "alpha.txt", "Beta.log"}},
         EntryRow{"BySizeReversed", {"/o:-s"}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
         EntryRow{"ByDate", {"/od"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
+        // Independent time toggles can give several letters: the last one decides.
+        EntryRow{"SeveralTimeFields", {"/o:d/t:aw"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
         EntryRow{"ByExtensionThenName", {"/o:en"}, {".", "..", "sub", "Beta.log", "alpha.txt"}},
         EntryRow{"LowerCase", {"/l", "b*"}, {"beta.log"}},
         // Concatenated switches as the find-file script writes them.

@@ -4,6 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <future>
+#include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
 using pvcmd::FindstrMatcher;
 using pvtest::runTool;
 
@@ -234,6 +242,95 @@ TEST(FindstrLargeFile, NumbersAndOffsetsAcrossChunks) {
     EXPECT_TRUE(r.out == expected);
     auto m = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/m", "/v", "filler", "big.txt"});
     EXPECT_EQ(m.out, "big.txt\r\n");
+}
+
+} // namespace
+
+namespace {
+
+// Appends everything written to a file, as a ">>" redirection does; stops writing
+// after `cap` bytes so that a search that feeds on its own output still ends.
+class AppendToFile : public std::streambuf {
+  public:
+    AppendToFile(const std::string& path, size_t cap)
+        : m_fd(::open(path.c_str(), O_WRONLY | O_APPEND)), m_cap(cap) {}
+    ~AppendToFile() override { ::close(m_fd); }
+
+  protected:
+    std::streamsize xsputn(const char* s, std::streamsize n) override {
+        if (m_written < m_cap && ::write(m_fd, s, static_cast<size_t>(n)) != n)
+            return 0;
+        m_written += static_cast<size_t>(n);
+        return n;
+    }
+    int overflow(int c) override {
+        char ch = static_cast<char>(c);
+        return c == EOF || xsputn(&ch, 1) == 1 ? c : EOF;
+    }
+
+  private:
+    int m_fd;
+    size_t m_cap;
+    size_t m_written = 0;
+};
+
+// The capture file lies in the searched tree and receives the report: it is searched
+// as it was when opened, not again through the lines just appended to it.
+TEST(FindstrOwnOutput, CaptureFileInTheTreeIsReadAsItWas) {
+    pvtest::TempDir dir;
+    std::string lines;
+    for (int i = 0; i < 10000; ++i)
+        lines += "needle line\n";
+    dir.write("cap.txt", lines);
+    std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(dir.str());
+    {
+        AppendToFile buffer(dir / "cap.txt", size_t(8) << 20);
+        std::ostream out(&buffer);
+        std::istringstream in;
+        std::ostringstream err;
+        pvcmd::ToolIo io{in, out, err};
+        EXPECT_EQ(pvcmd::findstrMain({"/s", "/c:needle", "*.*"}, io), 0);
+    }
+    std::filesystem::current_path(previous);
+    std::string expected = lines;
+    for (int i = 0; i < 10000; ++i)
+        expected += "cap.txt:needle line\n";
+    EXPECT_EQ(pvtest::readFile(dir / "cap.txt").size(), expected.size());
+}
+
+} // namespace
+
+namespace {
+
+// Runs `tool` and, should it still wait after a few seconds, opens the pipe for
+// writing once so that a reader blocked on it gets its end and the test can fail.
+pvtest::ToolResult runBesidePipe(pvcmd::ToolMain tool, const std::string& dir,
+                                 const pvcmd::ToolArgs& args, const std::string& pipe) {
+    auto running = std::async(std::launch::async, [&] { return runTool(tool, dir, args); });
+    if (running.wait_for(std::chrono::seconds(5)) == std::future_status::timeout) {
+        int fd = ::open(pipe.c_str(), O_WRONLY | O_NONBLOCK);
+        if (fd >= 0)
+            ::close(fd);
+        ADD_FAILURE() << "the tool waited on the pipe";
+    }
+    return running.get();
+}
+
+// Masks select regular files: a named pipe in the tree is neither opened nor copied.
+TEST(ToolsAndPipes, MasksPassOverNamedPipes) {
+    pvtest::TempDir dir;
+    dir.write("src/a.txt", "needle\n");
+    std::string pipe = dir / "src/pipe.txt";
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+
+    auto found = runBesidePipe(pvcmd::findstrMain, dir / "src", {"/s", "needle", "*.txt"}, pipe);
+    EXPECT_EQ(found.out, "a.txt:needle\n");
+    EXPECT_EQ(found.err, "");
+
+    auto copied = runBesidePipe(pvcmd::xcopyMain, dir.str(), {"src/*.txt", "dst/"}, pipe);
+    EXPECT_EQ(copied.out, "src/a.txt\r\n1 File(s) copied\r\n");
+    EXPECT_FALSE(std::filesystem::exists(dir / "dst/pipe.txt"));
 }
 
 } // namespace

@@ -79,6 +79,12 @@ TEST_F(Xcopy, TreeOnlyCreatesDirectories) {
     EXPECT_EQ(r.out, "0 File(s) copied\r\n");
     EXPECT_TRUE(fs::is_directory(m_dir / "T/sub"));
     EXPECT_FALSE(exists("T/sub/c.txt"));
+    // Without /e the tree leaves out directories that hold nothing to copy.
+    r = run({"L", "U", "/t", "/s", "/i"});
+    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
+    EXPECT_TRUE(fs::is_directory(m_dir / "U/sub"));
+    EXPECT_FALSE(exists("U/empty"));
+    EXPECT_FALSE(exists("U/sub/c.txt"));
 }
 
 // Overwrite answers, read from the input; end of input answers No.
