@@ -36,9 +36,13 @@ bool wildcardMatch(std::string_view name, std::string_view pattern) {
         return true;
     if (globMatch(name, pattern))
         return true;
-    return pattern.size() > 2 && pattern.substr(pattern.size() - 2) == ".*" &&
-           name.find('.') == std::string_view::npos &&
-           globMatch(name, pattern.substr(0, pattern.size() - 2));
+    // Without an extension a name still fits "x.*", and "*." asks for exactly that.
+    if (name.find('.') != std::string_view::npos)
+        return false;
+    if (pattern.size() > 2 && pattern.substr(pattern.size() - 2) == ".*")
+        return globMatch(name, pattern.substr(0, pattern.size() - 2));
+    return pattern.size() > 1 && pattern.back() == '.' &&
+           globMatch(name, pattern.substr(0, pattern.size() - 1));
 }
 
 bool hasWildcard(std::string_view text) {

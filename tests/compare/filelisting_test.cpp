@@ -17,6 +17,9 @@ TEST(PatternList, WildcardsIgnoreCaseAndAnyPatternMatches) {
     EXPECT_TRUE(matchesPatternList("Makefile", "make*"));
     EXPECT_FALSE(matchesPatternList("x.txt", ""));
     EXPECT_TRUE(matchesPatternList("abcabd", "*abd"));
+    EXPECT_TRUE(matchesPatternList("Makefile", "*."));
+    EXPECT_FALSE(matchesPatternList("a.txt", "*."));
+    EXPECT_TRUE(matchesPatternList("README", "readme.*"));
 }
 
 TEST(FileListing, FilesFilteredSortedAndHiddenLeftOut) {
