@@ -24,7 +24,7 @@ std::string Settings::GetIniValue(std::string_view section, std::string_view key
 std::string Settings::GetIniValueMin2(std::string_view section, std::string_view key,
                                       std::string_view def) const {
     std::string value = read(section, key);
-    return value.size() < 2 ? std::string(def) : value;
+    return ini::characterCount(value) < 2 ? std::string(def) : value;
 }
 
 bool Settings::write(std::string_view section, std::string_view key,

@@ -24,6 +24,15 @@ TEST(Settings, ReadersDifferOnShortValuesAndReturnDefaultUntrimmed) {
     EXPECT_EQ(s.GetIniValue("A", "BLANK", " d "), " d ");
 }
 
+// A value of one non-ASCII letter is one character, though two bytes long.
+TEST(Settings, ShortValueCountsCharactersNotBytes) {
+    pvtest::TempDir dir;
+    Settings s(dir.write("p.ini", "[A]\nONE=\xc3\xa9\nTWO=\xc3\xa9\xc3\xa9\n"));
+    EXPECT_EQ(s.GetIniValueMin2("A", "ONE", "d"), "d");
+    EXPECT_EQ(s.GetIniValue("A", "ONE", "d"), "\xc3\xa9");
+    EXPECT_EQ(s.GetIniValueMin2("A", "TWO", "d"), "\xc3\xa9\xc3\xa9");
+}
+
 TEST(Settings, UnwritableFileIsNotReportedAndKeepsOldValue) {
     pvtest::TempDir dir;
     Settings s(dir / "missing-dir/p.ini");
