@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -297,8 +298,10 @@ void Pairview::connectPane(Side side) {
 }
 
 bool Pairview::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusOut) {
-        // A combo box applies its choice when it loses the focus too.
+    // A combo box applies its choice when it loses the focus too; opening its own
+    // list (or any pop-up) is no loss of focus.
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
         if (watched == m_filePatternCombo)
             FilePatternCombo_Change();
         else if (watched == m_editorList)

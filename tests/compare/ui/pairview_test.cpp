@@ -15,6 +15,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QMdiArea>
+#include <QFocusEvent>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -254,4 +255,33 @@ TEST_F(PairviewTest, ChoosingADriveWritesDriveThenDirectory) {
     EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
     EXPECT_EQ(value("LASTFILE", "DIRONE"), usb);
     pv::DriveListBox::setDriveSource(previous);
+}
+
+// The network boxes list the stored paths but select none: leaving a box, or
+// opening its list, must not move the pane to the first path.
+TEST_F(PairviewTest, NetworkPathsMoveThePaneOnlyWhenChosen) {
+    const std::string share = home.mkdir("share");
+    pv::Settings(ini).write("NETWORKDRIVES", "ITEM0", share);
+    start();
+    window->dir(Side::Left)->setPath(left);
+    QComboBox* network = window->networkDrive(Side::Left);
+    EXPECT_EQ(network->currentIndex(), -1);
+    EXPECT_EQ(network->currentText().toStdString(), "UNC paths from INI");
+
+    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(network, &leave);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+
+    // Choosing the path moves the pane; opening the list later does not move it back.
+    network->setCurrentIndex(0);
+    emit network->activated(0);
+    EXPECT_EQ(window->dir(Side::Left)->path(), share);
+    window->dir(Side::Left)->setPath(left);
+    QFocusEvent popup(QEvent::FocusOut, Qt::PopupFocusReason);
+    QApplication::sendEvent(network, &popup);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+    QApplication::sendEvent(network, &leave);
+    EXPECT_EQ(window->dir(Side::Left)->path(), share);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), share);
+    EXPECT_TRUE(prompts.messages.empty());
 }
