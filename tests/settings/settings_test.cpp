@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using pv::Settings;
 
 TEST(Settings, MissingFileReadsDefaultsAndFirstWriteCreatesIt) {
@@ -38,6 +40,19 @@ TEST(Settings, UnwritableFileIsNotReportedAndKeepsOldValue) {
     Settings s(dir / "missing-dir/p.ini");
     EXPECT_FALSE(s.write("A", "K", "v"));
     EXPECT_EQ(s.GetIniValue("A", "K", "d"), "d");
+}
+
+// A settings file kept elsewhere and linked in stays linked after a write.
+TEST(Settings, WriteThroughALinkKeepsTheLink) {
+    pvtest::TempDir dir;
+    const std::string real = dir.write("store/real.ini", "[A]\r\nK=old\r\n");
+    const std::string link = dir / "Pairview.ini";
+    std::filesystem::create_symlink(real, link);
+    Settings s(link);
+    EXPECT_TRUE(s.write("A", "K", "new"));
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(pvtest::readFile(real), "[A]\r\nK=new\r\n");
+    EXPECT_EQ(s.GetIniValue("A", "K", ""), "new");
 }
 
 TEST(Settings, SwitchAndYesNoReaders) {
