@@ -285,3 +285,35 @@ TEST_F(PairviewTest, NetworkPathsMoveThePaneOnlyWhenChosen) {
     EXPECT_EQ(value("LASTFILE", "DIRONE"), share);
     EXPECT_TRUE(prompts.messages.empty());
 }
+
+// The drive list is read again when it drops down: a drive mounted after start can
+// be chosen, and the pane's own drive stays listed after it is unmounted.
+TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
+    const std::string usb = home.mkdir("usb");
+    auto mounts = std::make_shared<std::vector<std::string>>(std::vector<std::string>{"/"});
+    auto previous = pv::DriveListBox::setDriveSource([mounts] { return *mounts; });
+    start();
+    pv::DriveListBox* drive = window->drive(Side::Left);
+    EXPECT_EQ(drive->findText(QString::fromStdString(usb)), -1);
+    EXPECT_THROW(drive->setDrive(usb), pv::RuntimeError);
+
+    mounts->push_back(usb);
+    drive->showPopup();
+    drive->hidePopup();
+    const int at = drive->findText(QString::fromStdString(usb));
+    ASSERT_GE(at, 0);
+    drive->setCurrentIndex(at);
+    emit drive->activated(at);
+    EXPECT_EQ(window->dir(Side::Left)->path(), usb);
+    EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
+
+    mounts->pop_back();
+    drive->showPopup();
+    drive->hidePopup();
+    EXPECT_EQ(drive->currentText().toStdString(), usb);
+    EXPECT_EQ(drive->drive(), usb);
+    // Unmounted, it can no longer be set from the settings or a command.
+    drive->setDrive("/");
+    EXPECT_THROW(drive->setDrive(usb), pv::RuntimeError);
+    pv::DriveListBox::setDriveSource(previous);
+}
