@@ -113,6 +113,9 @@ void Pairview::LoadINISettings() {
                 QString::fromStdString(patternList.substr(start, comma - start)));
             start = comma + 1;
         }
+        // Filling the box selects no item by itself: a stored pattern that is not
+        // in the list leaves it empty, as the lists are not filtered by anything.
+        m_filePatternCombo->setCurrentIndex(-1);
         if (!pattern.empty()) {
             QString wanted = QString::fromStdString(std::string(trimBlanks(pattern)));
             for (int i = 0; i < m_filePatternCombo->count(); ++i)

@@ -317,3 +317,22 @@ TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
     EXPECT_THROW(drive->setDrive(usb), pv::RuntimeError);
     pv::DriveListBox::setDriveSource(previous);
 }
+
+// A stored pattern missing from the pattern list selects nothing: the box does not
+// show a pattern the lists are not filtered by, and leaving it stores nothing.
+TEST_F(PairviewTest, StoredPatternNotInTheListLeavesThePatternBoxEmpty) {
+    pv::Settings s(ini);
+    s.write("APPLICATION", "FILEPATTERNLIST", "*.txt,*.cpp");
+    s.write("LASTFILE", "FILEPATTERN", "*.h");
+    s.write("LASTFILE", "DIRONE", left);
+    start();
+    QComboBox* combo = window->filePatternCombo();
+    EXPECT_EQ(combo->count(), 2);
+    EXPECT_EQ(combo->currentIndex(), -1);
+    EXPECT_EQ(combo->currentText().toStdString(), "");
+    EXPECT_EQ(names(Side::Left), (std::vector<std::string>{"a.cpp", "b.h", "c.txt"}));
+    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(combo, &leave);
+    EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.h");
+    EXPECT_EQ(names(Side::Left).size(), 3u);
+}
