@@ -278,6 +278,9 @@ void Pairview::connectPane(Side side) {
     connect(p.drive, &DriveListBox::changed, this, [this, side] { Drive_Change(side); });
     connect(p.dir, &DirListBox::changed, this, [this, side] { Dir_Change(side); });
     connect(p.dir, &DirListBox::clicked, this, [this, side] { Dir_Click(side); });
+    connect(p.dir, &DirListBox::openFailed, this, [](const QString& description) {
+        prompter().message("Error: " + description.toStdString());
+    });
     connect(p.dir, &DirListBox::enterPressed, this, [this, side] { Dir_KeyPress(side); });
     connect(p.dir, &DirListBox::rightButtonPressed, this, [this, side](const QPoint& at) {
         globals().setClicked(kSides[index(side)].dirClicked);

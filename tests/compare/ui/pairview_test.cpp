@@ -14,6 +14,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QFocusEvent>
 #include <QTest>
@@ -335,4 +336,22 @@ TEST_F(PairviewTest, StoredPatternNotInTheListLeavesThePatternBoxEmpty) {
     QApplication::sendEvent(combo, &leave);
     EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.h");
     EXPECT_EQ(names(Side::Left).size(), 3u);
+}
+
+// A directory removed after it was listed cannot be opened: the pane stays where
+// it is, keeps its stored directory and says why.
+TEST_F(PairviewTest, DoubleClickOnVanishedDirectorySaysWhy) {
+    start();
+    pv::DirListBox* dir = window->dir(Side::Left);
+    dir->setPath(left);
+    dir->setPath(home.str());
+    ASSERT_EQ(dir->item(dir->listCount() - 1), right);
+    std::filesystem::remove_all(right);
+    QListWidget* rows = dir;
+    emit rows->itemDoubleClicked(rows->item(rows->count() - 1));
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0].rfind("Error: ", 0), 0u);
+    EXPECT_NE(prompts.messages[0].find(right), std::string::npos);
+    EXPECT_EQ(dir->path(), home.str());
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), home.str());
 }
