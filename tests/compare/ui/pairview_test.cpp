@@ -13,10 +13,10 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMdiArea>
-#include <QFocusEvent>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
