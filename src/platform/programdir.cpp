@@ -19,6 +19,16 @@ std::string withoutTrailingSeparator(std::string path) {
     return path;
 }
 
+// The program directory becomes the current directory at start, so a relative
+// name would point somewhere else afterwards: every path is made absolute first.
+std::string absoluteDirectory(const std::string& path) {
+    std::error_code ec;
+    fs::path absolute = fs::absolute(path, ec);
+    if (ec)
+        return withoutTrailingSeparator(path);
+    return withoutTrailingSeparator(absolute.lexically_normal().string());
+}
+
 void copyShippedFilesInto(const std::string& dir) {
     std::string from = sharedFilesDirectory();
     if (from == dir)
@@ -53,8 +63,8 @@ std::string sharedFilesDirectory() {
 std::string resolveProgramDirectory() {
     if (const char* home = std::getenv("PAIRVIEW_HOME"); home && *home) {
         std::error_code ec;
-        fs::create_directories(home, ec);
-        std::string dir = withoutTrailingSeparator(home);
+        std::string dir = absoluteDirectory(home);
+        fs::create_directories(dir, ec);
         copyShippedFilesInto(dir);
         return dir;
     }
@@ -62,7 +72,8 @@ std::string resolveProgramDirectory() {
     if (::access(exeDir.c_str(), W_OK) == 0)
         return exeDir;
     std::string data;
-    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg)
+    // A relative XDG_DATA_HOME is invalid and ignored, as the desktop rules say.
+    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg == '/')
         data = xdg;
     else if (const char* userHome = std::getenv("HOME"); userHome && *userHome)
         data = std::string(userHome) + "/.local/share";

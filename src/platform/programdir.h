@@ -8,7 +8,8 @@ namespace pv {
 // The directory of the running executable, without a trailing separator.
 std::string executableDirectory();
 
-// The program directory: $PAIRVIEW_HOME when set; else the executable's directory
+// The program directory, always absolute: $PAIRVIEW_HOME when set (relative to the
+// current directory); else the executable's directory
 // when it is writable; else the per-user data directory ($XDG_DATA_HOME/pairview,
 // or ~/.local/share/pairview), created when missing. Unless it is the executable's
 // directory, the shipped files (CompareSelectedFile.cmd) are copied in when missing.

@@ -65,17 +65,29 @@ bool keyName(std::string_view line, std::string_view& key, std::string_view& val
     return true;
 }
 
-// Cuts at kMaxValueLength bytes without splitting a UTF-8 sequence.
+bool continuesSequence(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
+
+// Cuts after kMaxValueLength characters without splitting a UTF-8 sequence.
 std::string_view cutValue(std::string_view v) {
-    if (v.size() <= kMaxValueLength)
-        return v;
-    std::size_t n = kMaxValueLength;
-    while (n > 0 && (static_cast<unsigned char>(v[n]) & 0xC0) == 0x80)
-        --n;
-    return v.substr(0, n);
+    std::size_t characters = 0;
+    for (std::size_t i = 0; i < v.size(); ++i) {
+        if (continuesSequence(v[i]))
+            continue;
+        if (characters == kMaxValueLength)
+            return v.substr(0, i);
+        ++characters;
+    }
+    return v;
 }
 
 } // namespace
+
+std::size_t characterCount(std::string_view text) {
+    std::size_t n = 0;
+    for (char c : text)
+        n += continuesSequence(c) ? 0 : 1;
+    return n;
+}
 
 std::string readValue(std::string_view text, std::string_view section, std::string_view key) {
     section = trim(section);

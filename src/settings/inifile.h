@@ -7,11 +7,17 @@
 
 namespace pv::ini {
 
-// Longest value a read returns, as the platform's 255-character read buffer allows.
+// Longest value a read returns, in characters, as the platform's 255-character
+// read buffer allows. The file is UTF-8 where the platform's was one byte per
+// character, so characters are counted, not bytes: a long non-ASCII path reads
+// back whole as long as it has no more than 254 characters.
 inline constexpr std::size_t kMaxValueLength = 254;
 
+// The number of characters of UTF-8 text (bytes that do not continue a sequence).
+std::size_t characterCount(std::string_view text);
+
 // The value of the first matching key in the first matching section (names
-// compared without regard to ASCII case), cut at a NUL and at kMaxValueLength,
+// compared without regard to ASCII case), cut at a NUL and at kMaxValueLength characters,
 // surrounding blanks and tabs trimmed. Empty when not found.
 std::string readValue(std::string_view text, std::string_view section, std::string_view key);
 

@@ -5,6 +5,7 @@
 #include "settings/inifile.h"
 
 #include <cctype>
+#include <filesystem>
 
 namespace pv {
 
@@ -24,17 +25,26 @@ std::string Settings::GetIniValue(std::string_view section, std::string_view key
 std::string Settings::GetIniValueMin2(std::string_view section, std::string_view key,
                                       std::string_view def) const {
     std::string value = read(section, key);
-    return value.size() < 2 ? std::string(def) : value;
+    return ini::characterCount(value) < 2 ? std::string(def) : value;
 }
 
 bool Settings::write(std::string_view section, std::string_view key,
                      std::string_view value) const {
     if (m_path.empty())
         return false;
+    // The file is replaced by renaming a new one over it; a settings file that is a
+    // symbolic link must stay one, so the link's target is what gets replaced.
+    std::string target = m_path;
+    std::error_code ec;
+    if (std::filesystem::is_symlink(target, ec)) {
+        std::filesystem::path resolved = std::filesystem::weakly_canonical(target, ec);
+        if (!ec)
+            target = resolved.string();
+    }
     std::string text;
-    tryReadFileBytes(m_path, text); // a missing file is created by the first write
+    tryReadFileBytes(target, text); // a missing file is created by the first write
     try {
-        writeFileAtomic(m_path, ini::writeValue(text, section, key, value));
+        writeFileAtomic(target, ini::writeValue(text, section, key, value));
         return true;
     } catch (const std::exception&) {
         return false;

@@ -16,6 +16,19 @@ TEST(ProgramDirectory, HomeVariableWinsIsCreatedAndLosesTrailingSeparator) {
     EXPECT_TRUE(std::filesystem::is_directory(dir / "home"));
 }
 
+// The program directory is made current at start; a relative name must not move
+// every working file one level deeper afterwards.
+TEST(ProgramDirectory, RelativeHomeVariableBecomesAbsolute) {
+    pvtest::TempDir dir;
+    const auto oldCwd = std::filesystem::current_path();
+    std::filesystem::current_path(dir.str());
+    EnvGuard env("PAIRVIEW_HOME", "./rel/../pvhome/");
+    const std::string resolved = pv::resolveProgramDirectory();
+    std::filesystem::current_path(oldCwd);
+    EXPECT_EQ(resolved, dir / "pvhome");
+    EXPECT_TRUE(std::filesystem::is_directory(dir / "pvhome"));
+}
+
 TEST(ProgramDirectory, ExecutableDirectoryHasNoTrailingSeparator) {
     std::string exe = pv::executableDirectory();
     ASSERT_FALSE(exe.empty());

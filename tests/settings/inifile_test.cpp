@@ -7,6 +7,13 @@
 using pv::ini::readValue;
 using pv::ini::writeValue;
 
+std::string repeat(const std::string& s, int times) {
+    std::string out;
+    for (int i = 0; i < times; ++i)
+        out += s;
+    return out;
+}
+
 struct ReadCase {
     const char* name;
     std::string text;
@@ -42,7 +49,14 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"comment_lines_ignored", "; note\n[A]\n;K=no\nK=yes\n", "A", "K", "yes"},
         ReadCase{"empty_value", "[A]\nK=\n", "A", "K", ""},
         ReadCase{"long_value_cut_to_254", "[A]\nK=" + std::string(300, 'x') + "\n", "A", "K",
-                 std::string(254, 'x')}),
+                 std::string(254, 'x')},
+        // Characters are counted, not bytes: 254 two-byte letters read back whole.
+        ReadCase{"non_ascii_value_of_254_characters_kept",
+                 "[A]\nK=/" + repeat("\xc3\xa9", 253) + "\n", "A", "K",
+                 "/" + repeat("\xc3\xa9", 253)},
+        ReadCase{"non_ascii_value_cut_at_254_characters",
+                 "[A]\nK=" + repeat("\xe2\x82\xac", 300) + "\n", "A", "K",
+                 repeat("\xe2\x82\xac", 254)}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(IniWrite, ReplacesInPlaceAndKeepsOtherLines) {

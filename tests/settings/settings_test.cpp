@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using pv::Settings;
 
 TEST(Settings, MissingFileReadsDefaultsAndFirstWriteCreatesIt) {
@@ -24,11 +26,33 @@ TEST(Settings, ReadersDifferOnShortValuesAndReturnDefaultUntrimmed) {
     EXPECT_EQ(s.GetIniValue("A", "BLANK", " d "), " d ");
 }
 
+// A value of one non-ASCII letter is one character, though two bytes long.
+TEST(Settings, ShortValueCountsCharactersNotBytes) {
+    pvtest::TempDir dir;
+    Settings s(dir.write("p.ini", "[A]\nONE=\xc3\xa9\nTWO=\xc3\xa9\xc3\xa9\n"));
+    EXPECT_EQ(s.GetIniValueMin2("A", "ONE", "d"), "d");
+    EXPECT_EQ(s.GetIniValue("A", "ONE", "d"), "\xc3\xa9");
+    EXPECT_EQ(s.GetIniValueMin2("A", "TWO", "d"), "\xc3\xa9\xc3\xa9");
+}
+
 TEST(Settings, UnwritableFileIsNotReportedAndKeepsOldValue) {
     pvtest::TempDir dir;
     Settings s(dir / "missing-dir/p.ini");
     EXPECT_FALSE(s.write("A", "K", "v"));
     EXPECT_EQ(s.GetIniValue("A", "K", "d"), "d");
+}
+
+// A settings file kept elsewhere and linked in stays linked after a write.
+TEST(Settings, WriteThroughALinkKeepsTheLink) {
+    pvtest::TempDir dir;
+    const std::string real = dir.write("store/real.ini", "[A]\r\nK=old\r\n");
+    const std::string link = dir / "Pairview.ini";
+    std::filesystem::create_symlink(real, link);
+    Settings s(link);
+    EXPECT_TRUE(s.write("A", "K", "new"));
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(pvtest::readFile(real), "[A]\r\nK=new\r\n");
+    EXPECT_EQ(s.GetIniValue("A", "K", ""), "new");
 }
 
 TEST(Settings, SwitchAndYesNoReaders) {

@@ -10,18 +10,29 @@ namespace pv {
 namespace {
 QWidget* parentWindow() { return QApplication::activeWindow(); }
 QString qs(const std::string& s) { return QString::fromStdString(s); }
+
+// Messages are plain text with CR LF line ends; a file name such as "<b>.txt" must
+// show as it is, not as markup, and a CR must not show as a stray glyph.
+int showBox(QMessageBox::Icon icon, const std::string& title, const std::string& text,
+            QMessageBox::StandardButtons buttons) {
+    QString body = qs(text);
+    body.replace("\r\n", "\n");
+    QMessageBox box(icon, qs(title), body, buttons, parentWindow());
+    box.setTextFormat(Qt::PlainText);
+    return box.exec();
+}
 } // namespace
 
 QtPrompter::QtPrompter() : m_previous(setPrompter(this)) {}
 QtPrompter::~QtPrompter() { setPrompter(m_previous); }
 
 void QtPrompter::message(const std::string& text, const std::string& title) {
-    QMessageBox::information(parentWindow(), qs(title), qs(text));
+    showBox(QMessageBox::Information, title, text, QMessageBox::Ok);
 }
 
 bool QtPrompter::confirm(const std::string& text, const std::string& title) {
-    return QMessageBox::question(parentWindow(), qs(title), qs(text),
-                                 QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    return showBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
 }
 
 std::optional<std::string> QtPrompter::input(const std::string& prompt, const std::string& title,

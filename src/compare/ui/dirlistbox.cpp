@@ -16,8 +16,9 @@ DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
     connect(this, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* it) {
         try {
             setPath(item(row(it) - static_cast<int>(m_ancestors.size())));
-        } catch (const RuntimeError&) {
-            // A directory that vanished stays listed until the next refresh.
+        } catch (const RuntimeError& e) {
+            // The list keeps its directory; the pane says why the other one did not open.
+            emit openFailed(QString::fromStdString(e.what()));
         }
     });
     connect(this, &QListWidget::itemClicked, this, [this] { emit clicked(); });

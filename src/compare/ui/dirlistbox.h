@@ -33,6 +33,8 @@ signals:
     void clicked();
     void enterPressed();
     void rightButtonPressed(const QPoint& globalPos);
+    // A double-clicked directory could not be opened (removed, not readable).
+    void openFailed(const QString& description);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -4,6 +4,7 @@
 #include "platform/runtimeerror.h"
 
 #include <QSignalBlocker>
+#include <algorithm>
 #include <cerrno>
 #include <sys/stat.h>
 
@@ -35,20 +36,33 @@ void DriveListBox::refreshDrives() {
     for (const std::string& d : driveSource()())
         addItem(QString::fromStdString(d));
     int at = findText(QString::fromStdString(m_drive));
+    if (at < 0 && !m_drive.empty()) {
+        addItem(QString::fromStdString(m_drive));
+        at = count() - 1;
+    }
     setCurrentIndex(at >= 0 ? at : 0);
+}
+
+void DriveListBox::showPopup() {
+    refreshDrives();
+    QComboBox::showPopup();
 }
 
 void DriveListBox::setDrive(const std::string& text) {
     std::size_t last = text.find_last_not_of('/');
     std::string drive = last == std::string::npos ? std::string("/") : text.substr(0, last + 1);
+    // The list may be older than the mounts (and keeps the current drive listed),
+    // so the mounts are asked afresh.
+    const std::vector<std::string> mounted = driveSource()();
+    const bool isMounted = std::find(mounted.begin(), mounted.end(), drive) != mounted.end();
+    struct stat st;
+    if (!isMounted || ::stat(drive.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
+        throw RuntimeError(ENODEV, std::string("Device unavailable: ").append(text));
     int at = findText(QString::fromStdString(drive));
     if (at < 0) {
         refreshDrives();
         at = findText(QString::fromStdString(drive));
     }
-    struct stat st;
-    if (at < 0 || ::stat(drive.c_str(), &st) != 0 || !S_ISDIR(st.st_mode))
-        throw RuntimeError(ENODEV, std::string("Device unavailable: ").append(text));
     {
         QSignalBlocker block(this);
         setCurrentIndex(at);

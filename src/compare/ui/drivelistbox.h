@@ -18,8 +18,11 @@ public:
     // Selects a drive by its text; emits changed() when it differs from the current
     // one. Throws RuntimeError when the drive is not mounted or not reachable.
     void setDrive(const std::string& drive);
-    // Re-reads the mounted file systems, keeping the current drive.
+    // Re-reads the mounted file systems, keeping the current drive (listed even
+    // when it is no longer mounted). Done each time the list drops down, so a
+    // drive mounted while the program runs can be chosen.
     void refreshDrives();
+    void showPopup() override;
 
     // Where every drive list reads its drives (the mounted file systems unless
     // replaced); returns the previous source.

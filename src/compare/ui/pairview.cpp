@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -277,6 +278,9 @@ void Pairview::connectPane(Side side) {
     connect(p.drive, &DriveListBox::changed, this, [this, side] { Drive_Change(side); });
     connect(p.dir, &DirListBox::changed, this, [this, side] { Dir_Change(side); });
     connect(p.dir, &DirListBox::clicked, this, [this, side] { Dir_Click(side); });
+    connect(p.dir, &DirListBox::openFailed, this, [](const QString& description) {
+        prompter().message("Error: " + description.toStdString());
+    });
     connect(p.dir, &DirListBox::enterPressed, this, [this, side] { Dir_KeyPress(side); });
     connect(p.dir, &DirListBox::rightButtonPressed, this, [this, side](const QPoint& at) {
         globals().setClicked(kSides[index(side)].dirClicked);
@@ -297,8 +301,10 @@ void Pairview::connectPane(Side side) {
 }
 
 bool Pairview::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::FocusOut) {
-        // A combo box applies its choice when it loses the focus too.
+    // A combo box applies its choice when it loses the focus too; opening its own
+    // list (or any pop-up) is no loss of focus.
+    if (event->type() == QEvent::FocusOut &&
+        static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
         if (watched == m_filePatternCombo)
             FilePatternCombo_Change();
         else if (watched == m_editorList)

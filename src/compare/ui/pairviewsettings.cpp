@@ -113,6 +113,9 @@ void Pairview::LoadINISettings() {
                 QString::fromStdString(patternList.substr(start, comma - start)));
             start = comma + 1;
         }
+        // Filling the box selects no item by itself: a stored pattern that is not
+        // in the list leaves it empty, as the lists are not filtered by anything.
+        m_filePatternCombo->setCurrentIndex(-1);
         if (!pattern.empty()) {
             QString wanted = QString::fromStdString(std::string(trimBlanks(pattern)));
             for (int i = 0; i < m_filePatternCombo->count(); ++i)
@@ -222,9 +225,20 @@ void Pairview::LoadINISettings() {
 
     // 16. Network paths, added to both panes without clearing them first.
     step([&] {
-        for (const std::string& path : readItemList(settings, "NETWORKDRIVES"))
-            for (Side side : {Side::Left, Side::Right})
-                networkDrive(side)->addItem(QString::fromStdString(path));
+        const std::vector<std::string> paths = readItemList(settings, "NETWORKDRIVES");
+        for (Side side : {Side::Left, Side::Right}) {
+            QComboBox* combo = networkDrive(side);
+            // Adding items selects none of them: the box keeps its text ("UNC paths
+            // from INI") until the user picks a path, so leaving it moves no pane.
+            const int chosen = combo->currentIndex();
+            const QString text = combo->currentText();
+            for (const std::string& path : paths)
+                combo->addItem(QString::fromStdString(path));
+            if (chosen < 0) {
+                combo->setCurrentIndex(-1);
+                combo->setEditText(text);
+            }
+        }
     });
 
     // 17, 18. Switches, with the fc boxes after "FC_W".

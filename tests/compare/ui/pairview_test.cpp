@@ -13,7 +13,9 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFocusEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMdiArea>
 #include <QTest>
 #include <QTimer>
@@ -254,4 +256,102 @@ TEST_F(PairviewTest, ChoosingADriveWritesDriveThenDirectory) {
     EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
     EXPECT_EQ(value("LASTFILE", "DIRONE"), usb);
     pv::DriveListBox::setDriveSource(previous);
+}
+
+// The network boxes list the stored paths but select none: leaving a box, or
+// opening its list, must not move the pane to the first path.
+TEST_F(PairviewTest, NetworkPathsMoveThePaneOnlyWhenChosen) {
+    const std::string share = home.mkdir("share");
+    pv::Settings(ini).write("NETWORKDRIVES", "ITEM0", share);
+    start();
+    window->dir(Side::Left)->setPath(left);
+    QComboBox* network = window->networkDrive(Side::Left);
+    EXPECT_EQ(network->currentIndex(), -1);
+    EXPECT_EQ(network->currentText().toStdString(), "UNC paths from INI");
+
+    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(network, &leave);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+
+    // Choosing the path moves the pane; opening the list later does not move it back.
+    network->setCurrentIndex(0);
+    emit network->activated(0);
+    EXPECT_EQ(window->dir(Side::Left)->path(), share);
+    window->dir(Side::Left)->setPath(left);
+    QFocusEvent popup(QEvent::FocusOut, Qt::PopupFocusReason);
+    QApplication::sendEvent(network, &popup);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+    QApplication::sendEvent(network, &leave);
+    EXPECT_EQ(window->dir(Side::Left)->path(), share);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), share);
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+// The drive list is read again when it drops down: a drive mounted after start can
+// be chosen, and the pane's own drive stays listed after it is unmounted.
+TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
+    const std::string usb = home.mkdir("usb");
+    auto mounts = std::make_shared<std::vector<std::string>>(std::vector<std::string>{"/"});
+    auto previous = pv::DriveListBox::setDriveSource([mounts] { return *mounts; });
+    start();
+    pv::DriveListBox* drive = window->drive(Side::Left);
+    EXPECT_EQ(drive->findText(QString::fromStdString(usb)), -1);
+    EXPECT_THROW(drive->setDrive(usb), pv::RuntimeError);
+
+    mounts->push_back(usb);
+    drive->showPopup();
+    drive->hidePopup();
+    const int at = drive->findText(QString::fromStdString(usb));
+    ASSERT_GE(at, 0);
+    drive->setCurrentIndex(at);
+    emit drive->activated(at);
+    EXPECT_EQ(window->dir(Side::Left)->path(), usb);
+    EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
+
+    mounts->pop_back();
+    drive->showPopup();
+    drive->hidePopup();
+    EXPECT_EQ(drive->currentText().toStdString(), usb);
+    EXPECT_EQ(drive->drive(), usb);
+    // Unmounted, it can no longer be set from the settings or a command.
+    drive->setDrive("/");
+    EXPECT_THROW(drive->setDrive(usb), pv::RuntimeError);
+    pv::DriveListBox::setDriveSource(previous);
+}
+
+// A stored pattern missing from the pattern list selects nothing: the box does not
+// show a pattern the lists are not filtered by, and leaving it stores nothing.
+TEST_F(PairviewTest, StoredPatternNotInTheListLeavesThePatternBoxEmpty) {
+    pv::Settings s(ini);
+    s.write("APPLICATION", "FILEPATTERNLIST", "*.txt,*.cpp");
+    s.write("LASTFILE", "FILEPATTERN", "*.h");
+    s.write("LASTFILE", "DIRONE", left);
+    start();
+    QComboBox* combo = window->filePatternCombo();
+    EXPECT_EQ(combo->count(), 2);
+    EXPECT_EQ(combo->currentIndex(), -1);
+    EXPECT_EQ(combo->currentText().toStdString(), "");
+    EXPECT_EQ(names(Side::Left), (std::vector<std::string>{"a.cpp", "b.h", "c.txt"}));
+    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
+    QApplication::sendEvent(combo, &leave);
+    EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.h");
+    EXPECT_EQ(names(Side::Left).size(), 3u);
+}
+
+// A directory removed after it was listed cannot be opened: the pane stays where
+// it is, keeps its stored directory and says why.
+TEST_F(PairviewTest, DoubleClickOnVanishedDirectorySaysWhy) {
+    start();
+    pv::DirListBox* dir = window->dir(Side::Left);
+    dir->setPath(left);
+    dir->setPath(home.str());
+    ASSERT_EQ(dir->item(dir->listCount() - 1), right);
+    std::filesystem::remove_all(right);
+    QListWidget* rows = dir;
+    emit rows->itemDoubleClicked(rows->item(rows->count() - 1));
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0].rfind("Error: ", 0), 0u);
+    EXPECT_NE(prompts.messages[0].find(right), std::string::npos);
+    EXPECT_EQ(dir->path(), home.str());
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), home.str());
 }
