@@ -181,8 +181,15 @@ std::vector<std::string> resolveProgram(const std::string& name) {
         const char* editor = std::getenv("PAIRVIEW_EDITOR");
         if (editor && *editor) {
             std::vector<std::string> words = splitCommandLine(editor);
-            if (!words.empty())
+            if (!words.empty()) {
+                // "gedit" names a program on the search path, as a shell would take it.
+                if (words[0].find('/') == std::string::npos) {
+                    std::string found = searchPath(words[0]);
+                    if (!found.empty())
+                        words[0] = found;
+                }
                 return words;
+            }
         }
         std::string open = searchPath("xdg-open");
         return {open.empty() ? std::string("xdg-open") : open};

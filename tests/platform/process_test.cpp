@@ -115,6 +115,12 @@ TEST_F(ResolveProgram, EditorNamesUsePairviewEditorInAnyCase) {
         EXPECT_EQ(pv::resolveProgram(name), (Words{"/opt/my ed/ed", "--new-window"})) << name;
 }
 
+TEST_F(ResolveProgram, EditorNamedWithoutPathIsFoundOnTheSearchPath) {
+    std::string onPath = writeExecutable(m_bin, "myeditor", "exit 0\n");
+    EnvGuard editor("PAIRVIEW_EDITOR", "myeditor --wait");
+    EXPECT_EQ(pv::resolveProgram("Write.exe"), (Words{onPath, "--wait"}));
+}
+
 TEST_F(ResolveProgram, EditorFallsBackToXdgOpen) {
     ::unsetenv("PAIRVIEW_EDITOR");
     EnvGuard editor("PAIRVIEW_EDITOR", "");
