@@ -200,6 +200,16 @@ TEST(Interpreter, ArgumentsExpandOnlyWhenGiven) {
     EXPECT_EQ(readFile(here.dir() / "f"), "%1 %~2 %% 100%.txt\r\n");
 }
 
+TEST(Interpreter, ShiftMovesTheArguments) {
+    pvcmdtest::InTempDir here;
+    // After "shift" the first argument is %0; "shift /2" keeps %0 and %1.
+    runScriptText("@echo off\r\nshift\r\necho [%0][%1][%9]>f\r\nshift /1\r\necho [%0][%1][%2]>>f\r\n",
+                  {"s.cmd", "a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
+    EXPECT_EQ(readFile(here.dir() / "f"), "[a][b][j]\r\n[a][c][d]\r\n");
+    Captured bad = runScriptText("shift /9\r\n", {"s.cmd", "a"});
+    EXPECT_EQ(bad.err, "The syntax of the command is incorrect.\r\n");
+}
+
 TEST(Interpreter, ProgramsRunAndUnknownCommandsAreReported) {
     pvcmdtest::InTempDir here;
     std::string tool = here.dir().write("bin/tool", "#!/bin/sh\necho \"[$1][$2]\"\nexit 4\n");
