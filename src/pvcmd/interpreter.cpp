@@ -332,9 +332,11 @@ int Interpreter::execute(const ScriptLine& line) {
         io.out.flush();
         m_io.in.get();
         status = m_status;
-    } else if (isDriveText(text) || isDirectory(withoutQuotes(text))) {
+    } else if (isDriveText(text) ||
+               (text.find('/') != std::string::npos && isDirectory(withoutQuotes(text)))) {
         // A drive line, or the mount point Pairview writes as the drive: the
-        // directory is already current after the cd before it.
+        // directory is already current after the cd before it. Only a path
+        // counts, so a command such as "fc" still runs where a folder "fc" exists.
         status = 0;
     } else {
         std::vector<std::string> words = pv::splitCommandLine(text);

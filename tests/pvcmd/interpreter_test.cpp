@@ -191,6 +191,14 @@ TEST(Interpreter, DirectoryCommands) {
     EXPECT_EQ(cwd(), top);
 }
 
+TEST(Interpreter, CommandRunsEvenWhereAFolderHasItsName) {
+    pvcmdtest::InTempDir here;
+    here.dir().mkdir("fc");
+    Captured run = runScriptText("@echo off\r\nfc\r\n");
+    EXPECT_EQ(run.err, crlf("FC: Insufficient number of file specifications\n"));
+    EXPECT_EQ(run.rc, 2);
+}
+
 TEST(Interpreter, ArgumentsExpandOnlyWhenGiven) {
     pvcmdtest::InTempDir here;
     const std::string script = "@echo off\r\necho %1 %~2 %% 100%.txt>f\r\n";
