@@ -177,7 +177,9 @@ std::vector<std::string> resolveProgram(const std::string& name) {
     if (name.empty())
         return {};
     std::string lowered = lower(name);
-    if (lowered == "write.exe" || lowered == "notepad.exe") {
+    // Without ".exe" too, as the system finds them; "write" on POSIX is another program.
+    if (lowered == "write.exe" || lowered == "notepad.exe" || lowered == "write" ||
+        lowered == "notepad") {
         const char* editor = std::getenv("PAIRVIEW_EDITOR");
         if (editor && *editor) {
             std::vector<std::string> words = splitCommandLine(editor);

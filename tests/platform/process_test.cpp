@@ -111,7 +111,8 @@ class ResolveProgram : public ::testing::Test {
 
 TEST_F(ResolveProgram, EditorNamesUsePairviewEditorInAnyCase) {
     EnvGuard editor("PAIRVIEW_EDITOR", "\"/opt/my ed/ed\" --new-window");
-    for (const char* name : {"Write.exe", "WRITE.EXE", "notepad.exe", "NotePad.Exe"})
+    for (const char* name :
+         {"Write.exe", "WRITE.EXE", "notepad.exe", "NotePad.Exe", "write", "Notepad"})
         EXPECT_EQ(pv::resolveProgram(name), (Words{"/opt/my ed/ed", "--new-window"})) << name;
 }
 
