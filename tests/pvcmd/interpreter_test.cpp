@@ -191,6 +191,23 @@ TEST(Interpreter, DirectoryCommands) {
     EXPECT_EQ(cwd(), top);
 }
 
+TEST(Interpreter, UnquotedResultsPathWithBlanksIsOneTarget) {
+    pvcmdtest::InTempDir here;
+    const std::string top = cwd();
+    here.dir().mkdir("prog dir");
+    std::string a = here.dir().write("a.txt", "A\n");
+    std::string b = here.dir().write("b.txt", "A\n");
+    Captured run = runScriptText("@echo off\r\n"
+                                 "fc /lb100 /2 \"" + a + "\" \"" + b + "\"  >> " + top +
+                                 "/prog dir/Pairview1.txt\r\n"
+                                 // A blank only in the file name part: text after the target.
+                                 "echo a > " + top + "/f b\r\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(readFile(top + "/prog dir/Pairview1.txt"),
+              crlf("Comparing files " + a + " and " + b + "\nFC: no differences encountered\n\n"));
+    EXPECT_EQ(readFile(top + "/f"), "a  b\r\n");
+}
+
 TEST(Interpreter, CommandRunsEvenWhereAFolderHasItsName) {
     pvcmdtest::InTempDir here;
     here.dir().mkdir("fc");
