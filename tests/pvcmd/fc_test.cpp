@@ -368,11 +368,16 @@ TEST(Fc, WildcardCharactersInRealFileNamesAreLiteral) {
         int rc;
     };
     const Row rows[] = {
-        {"BothExist", {"L/a?.txt", "R/a?.txt"},
-         "Comparing files L/a?.txt and R/a?.txt\nFC: no differences encountered\n\n", 0},
-        {"IntoDirectory", {"L/a?.txt", "R"},
-         "Comparing files L/a?.txt and R/a?.txt\nFC: no differences encountered\n\n", 0},
-        {"OtherLiteral", {"L/a?.txt", "R/a*.txt"},
+        {"BothExist",
+         {"L/a?.txt", "R/a?.txt"},
+         "Comparing files L/a?.txt and R/a?.txt\nFC: no differences encountered\n\n",
+         0},
+        {"IntoDirectory",
+         {"L/a?.txt", "R"},
+         "Comparing files L/a?.txt and R/a?.txt\nFC: no differences encountered\n\n",
+         0},
+        {"OtherLiteral",
+         {"L/a?.txt", "R/a*.txt"},
          "Comparing files L/a?.txt and R/a*.txt\n***** L/a?.txt\nsame\n***** R/a*.txt\nother\n"
          "*****\n\n",
          1},

@@ -119,9 +119,9 @@ TEST(PvcmdProgram, ScriptArgumentsKeepTheirQuotes) {
 
 TEST(PvcmdProgram, ShippedSingleCompareScriptPassesSevenSwitches) {
     pvtest::TempDir dir;
-    std::string script = dir.write("CompareSelectedFile.cmd",
-                                   readFile(std::string(PV_TEST_DATA_DIR) +
-                                            "/../../share/CompareSelectedFile.cmd"));
+    std::string script =
+        dir.write("CompareSelectedFile.cmd",
+                  readFile(std::string(PV_TEST_DATA_DIR) + "/../../share/CompareSelectedFile.cmd"));
     std::string a = dir.write("left dir/x 100%.txt", "x  y\n");
     std::string b = dir.write("right/x 100%.txt", "X y\n");
     std::string result = dir / "Pairview Single1.txt";
