@@ -18,7 +18,7 @@ constexpr const char* kUsage =
     "       pvcmd --help                   show this text\n"
     "\n"
     "A script runs line by line: rem, echo, @, > and >> redirection, cd, cd /d,\n"
-    "pushd, popd, drive lines, exit, start, the built-in tools, and any other\n"
+    "pushd, popd, drive lines, shift, exit, start, the built-in tools, and any other\n"
     "line as a program that is waited for. %0..%9, %~1..%~9, %* and %% are\n"
     "replaced only in scripts started with arguments.\n"
     "\n"

@@ -177,12 +177,21 @@ std::vector<std::string> resolveProgram(const std::string& name) {
     if (name.empty())
         return {};
     std::string lowered = lower(name);
-    if (lowered == "write.exe" || lowered == "notepad.exe") {
+    // Without ".exe" too, as the system finds them; "write" on POSIX is another program.
+    if (lowered == "write.exe" || lowered == "notepad.exe" || lowered == "write" ||
+        lowered == "notepad") {
         const char* editor = std::getenv("PAIRVIEW_EDITOR");
         if (editor && *editor) {
             std::vector<std::string> words = splitCommandLine(editor);
-            if (!words.empty())
+            if (!words.empty()) {
+                // "gedit" names a program on the search path, as a shell would take it.
+                if (words[0].find('/') == std::string::npos) {
+                    std::string found = searchPath(words[0]);
+                    if (!found.empty())
+                        words[0] = found;
+                }
                 return words;
+            }
         }
         std::string open = searchPath("xdg-open");
         return {open.empty() ? std::string("xdg-open") : open};

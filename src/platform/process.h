@@ -18,8 +18,9 @@ std::vector<std::string> splitCommandLine(const std::string& commandLine);
 std::string quoteArgument(const std::string& argument);
 
 // Resolves a program name the way the program starts it on POSIX:
-//  - "Write.exe" and "Notepad.exe" (any case) are the desktop's text editor:
-//    $PAIRVIEW_EDITOR split by splitCommandLine when set, else "xdg-open";
+//  - "Write.exe" and "Notepad.exe" (any case, also without ".exe") are the
+//    desktop's text editor: $PAIRVIEW_EDITOR split by splitCommandLine when set
+//    (a first word without "/" looked up on $PATH), else "xdg-open";
 //  - a name ending in ".cmd" or ".bat" (any case) runs under the script
 //    interpreter: {pvcmdPath(), script};
 //  - a name with a "/" is used as it stands;

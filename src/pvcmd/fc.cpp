@@ -163,8 +163,13 @@ int comparePair(const FcOptions& options, const std::string& name1, const std::s
 // first mask with the name the second mask (or the second name) gives it.
 std::vector<std::pair<std::string, std::string>> filePairs(const std::string& first,
                                                            std::string second) {
+    // On POSIX "*" and "?" may be part of a real file name: a name that exists
+    // as it stands is that file, not a mask.
+    auto isFile = [](const std::string& name) { return exists(name) && !isDirectory(name); };
+    if (isFile(first) && isFile(second))
+        return {{first, second}};
     std::vector<std::string> lefts;
-    if (FileMask::hasWildcard(baseName(first))) {
+    if (FileMask::hasWildcard(baseName(first)) && !isFile(first)) {
         lefts = FileMask(first).expand();
         if (lefts.empty())
             return {{first, second}}; // reported as a file that cannot be opened

@@ -323,6 +323,8 @@ int Interpreter::execute(const ScriptLine& line) {
         status = runExit(text.substr(letters));
     } else if (word == "start" && followedBy(" \t")) {
         status = runStart(text.substr(letters), io);
+    } else if (word == "shift" && followedBy(" \t/")) {
+        status = runShift(text.substr(letters), io);
     } else if (word == "cls" && followedBy(" \t")) {
         status = 0;
     } else if (word == "pause" && followedBy(" \t")) {
@@ -330,9 +332,11 @@ int Interpreter::execute(const ScriptLine& line) {
         io.out.flush();
         m_io.in.get();
         status = m_status;
-    } else if (isDriveText(text) || isDirectory(withoutQuotes(text))) {
+    } else if (isDriveText(text) ||
+               (text.find('/') != std::string::npos && isDirectory(withoutQuotes(text)))) {
         // A drive line, or the mount point Pairview writes as the drive: the
-        // directory is already current after the cd before it.
+        // directory is already current after the cd before it. Only a path
+        // counts, so a command such as "fc" still runs where a folder "fc" exists.
         status = 0;
     } else {
         std::vector<std::string> words = pv::splitCommandLine(text);
@@ -417,6 +421,22 @@ int Interpreter::runPopd() {
         return 1;
     }
     return 0;
+}
+
+int Interpreter::runShift(const std::string& rest, ToolIo& io) {
+    // "shift" moves %1 to %0, %2 to %1, ...; "shift /N" leaves %0..%(N-1) alone.
+    std::string option = trim(rest);
+    size_t from = 0;
+    if (!option.empty()) {
+        if (option.size() != 2 || option[0] != '/' || option[1] < '0' || option[1] > '8') {
+            io.err << "The syntax of the command is incorrect.\r\n";
+            return 1;
+        }
+        from = static_cast<size_t>(option[1] - '0');
+    }
+    if (from < m_args.size())
+        m_args.erase(m_args.begin() + static_cast<long>(from));
+    return m_status;
 }
 
 int Interpreter::runExit(const std::string& rest) {

@@ -43,6 +43,7 @@ class Interpreter {
     int runCd(std::string rest, ToolIo& io);
     int runPushd(std::string rest, ToolIo& io);
     int runPopd();
+    int runShift(const std::string& rest, ToolIo& io);
     int runExit(const std::string& rest);
     int runStart(const std::string& rest, ToolIo& io);
     int runProgram(const std::string& text, ToolIo& io, int outFd, int errFd);

@@ -1,10 +1,37 @@
 #include "pvcmd/scriptline.h"
 
+#include <sys/stat.h>
+
 namespace pvcmd {
 
 namespace {
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
+}
+
+bool isDirectory(const std::string& path) {
+    struct stat st {};
+    return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+// The compare lines name their results file unquoted ("fc ... >> /prog/x.txt"),
+// which breaks when the program directory holds a blank. An unquoted absolute
+// target that runs to the end of the line, whose directory part holds a blank
+// and exists, is taken whole. Returns the end of that target, or 0.
+size_t unquotedPathTarget(const std::string& raw, size_t at) {
+    if (at >= raw.size() || raw[at] != '/')
+        return 0;
+    size_t end = raw.size();
+    while (end > at && isBlank(raw[end - 1]))
+        --end;
+    std::string path = raw.substr(at, end - at);
+    if (path.find_first_of("\"<>^") != std::string::npos)
+        return 0;
+    size_t slash = path.rfind('/');
+    std::string directory = path.substr(0, slash);
+    if (directory.find(' ') == std::string::npos || !isDirectory(directory))
+        return 0;
+    return end;
 }
 } // namespace
 
@@ -62,6 +89,9 @@ ScriptLine ScriptLine::parse(const std::string& raw) {
         if (i < n && raw[i] == '&' && i + 1 < n && (raw[i + 1] == '1' || raw[i + 1] == '2')) {
             target = raw.substr(i, 2);
             i += 2;
+        } else if (size_t end = unquotedPathTarget(raw, i); end != 0) {
+            target = raw.substr(i, end - i);
+            i = n;
         } else {
             bool inQuotes = false;
             while (i < n) {

@@ -111,8 +111,15 @@ class ResolveProgram : public ::testing::Test {
 
 TEST_F(ResolveProgram, EditorNamesUsePairviewEditorInAnyCase) {
     EnvGuard editor("PAIRVIEW_EDITOR", "\"/opt/my ed/ed\" --new-window");
-    for (const char* name : {"Write.exe", "WRITE.EXE", "notepad.exe", "NotePad.Exe"})
+    for (const char* name :
+         {"Write.exe", "WRITE.EXE", "notepad.exe", "NotePad.Exe", "write", "Notepad"})
         EXPECT_EQ(pv::resolveProgram(name), (Words{"/opt/my ed/ed", "--new-window"})) << name;
+}
+
+TEST_F(ResolveProgram, EditorNamedWithoutPathIsFoundOnTheSearchPath) {
+    std::string onPath = writeExecutable(m_bin, "myeditor", "exit 0\n");
+    EnvGuard editor("PAIRVIEW_EDITOR", "myeditor --wait");
+    EXPECT_EQ(pv::resolveProgram("Write.exe"), (Words{onPath, "--wait"}));
 }
 
 TEST_F(ResolveProgram, EditorFallsBackToXdgOpen) {

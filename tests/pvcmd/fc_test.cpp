@@ -354,6 +354,41 @@ TEST(Fc, MasksComparePairByPair) {
     EXPECT_EQ(intoDir.rc, 1);
 }
 
+TEST(Fc, WildcardCharactersInRealFileNamesAreLiteral) {
+    pvcmdtest::InTempDir here;
+    here.dir().write("L/a?.txt", "same\n");
+    here.dir().write("L/ab.txt", "left\n");
+    here.dir().write("R/a?.txt", "same\n");
+    here.dir().write("R/ab.txt", "right\n");
+    here.dir().write("R/a*.txt", "other\n");
+    struct Row {
+        const char* name;
+        std::vector<std::string> args;
+        std::string out;
+        int rc;
+    };
+    const Row rows[] = {
+        {"BothExist",
+         {"L/a?.txt", "R/a?.txt"},
+         "Comparing files L/a?.txt and R/a?.txt\nFC: no differences encountered\n\n",
+         0},
+        {"IntoDirectory",
+         {"L/a?.txt", "R"},
+         "Comparing files L/a?.txt and R/a?.txt\nFC: no differences encountered\n\n",
+         0},
+        {"OtherLiteral",
+         {"L/a?.txt", "R/a*.txt"},
+         "Comparing files L/a?.txt and R/a*.txt\n***** L/a?.txt\nsame\n***** R/a*.txt\nother\n"
+         "*****\n\n",
+         1},
+    };
+    for (const Row& row : rows) {
+        pvcmdtest::ToolRun run = pvcmdtest::runTool(&pvcmd::fcMain, row.args);
+        EXPECT_EQ(run.out, crlf(row.out)) << row.name;
+        EXPECT_EQ(run.rc, row.rc) << row.name;
+    }
+}
+
 TEST(Fc, LongLinesAndGarbageAreCompared) {
     pvcmdtest::InTempDir here;
     std::string longLine(200000, 'x');

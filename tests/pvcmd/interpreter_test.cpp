@@ -191,6 +191,33 @@ TEST(Interpreter, DirectoryCommands) {
     EXPECT_EQ(cwd(), top);
 }
 
+TEST(Interpreter, UnquotedResultsPathWithBlanksIsOneTarget) {
+    pvcmdtest::InTempDir here;
+    const std::string top = cwd();
+    here.dir().mkdir("prog dir");
+    std::string a = here.dir().write("a.txt", "A\n");
+    std::string b = here.dir().write("b.txt", "A\n");
+    Captured run = runScriptText("@echo off\r\n"
+                                 "fc /lb100 /2 \"" +
+                                 a + "\" \"" + b + "\"  >> " + top +
+                                 "/prog dir/Pairview1.txt\r\n"
+                                 // A blank only in the file name part: text after the target.
+                                 "echo a > " +
+                                 top + "/f b\r\n");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(readFile(top + "/prog dir/Pairview1.txt"),
+              crlf("Comparing files " + a + " and " + b + "\nFC: no differences encountered\n\n"));
+    EXPECT_EQ(readFile(top + "/f"), "a  b\r\n");
+}
+
+TEST(Interpreter, CommandRunsEvenWhereAFolderHasItsName) {
+    pvcmdtest::InTempDir here;
+    here.dir().mkdir("fc");
+    Captured run = runScriptText("@echo off\r\nfc\r\n");
+    EXPECT_EQ(run.err, crlf("FC: Insufficient number of file specifications\n"));
+    EXPECT_EQ(run.rc, 2);
+}
+
 TEST(Interpreter, ArgumentsExpandOnlyWhenGiven) {
     pvcmdtest::InTempDir here;
     const std::string script = "@echo off\r\necho %1 %~2 %% 100%.txt>f\r\n";
@@ -198,6 +225,17 @@ TEST(Interpreter, ArgumentsExpandOnlyWhenGiven) {
     EXPECT_EQ(readFile(here.dir() / "f"), "\"a b\" c % 100.txt\r\n");
     runScriptText(script);
     EXPECT_EQ(readFile(here.dir() / "f"), "%1 %~2 %% 100%.txt\r\n");
+}
+
+TEST(Interpreter, ShiftMovesTheArguments) {
+    pvcmdtest::InTempDir here;
+    // After "shift" the first argument is %0; "shift /2" keeps %0 and %1.
+    runScriptText(
+        "@echo off\r\nshift\r\necho [%0][%1][%9]>f\r\nshift /1\r\necho [%0][%1][%2]>>f\r\n",
+        {"s.cmd", "a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
+    EXPECT_EQ(readFile(here.dir() / "f"), "[a][b][j]\r\n[a][c][d]\r\n");
+    Captured bad = runScriptText("shift /9\r\n", {"s.cmd", "a"});
+    EXPECT_EQ(bad.err, "The syntax of the command is incorrect.\r\n");
 }
 
 TEST(Interpreter, ProgramsRunAndUnknownCommandsAreReported) {

@@ -117,6 +117,28 @@ TEST(PvcmdProgram, ScriptArgumentsKeepTheirQuotes) {
                                   "\nFC: no differences encountered\n\n\"" + a + "\" \n"));
 }
 
+TEST(PvcmdProgram, ShippedSingleCompareScriptPassesSevenSwitches) {
+    pvtest::TempDir dir;
+    std::string script =
+        dir.write("CompareSelectedFile.cmd",
+                  readFile(std::string(PV_TEST_DATA_DIR) + "/../../share/CompareSelectedFile.cmd"));
+    std::string a = dir.write("left dir/x 100%.txt", "x  y\n");
+    std::string b = dir.write("right/x 100%.txt", "X y\n");
+    std::string result = dir / "Pairview Single1.txt";
+    // The editor records what it was asked to open.
+    std::string editor = dir.write("bin/ed", "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.arg\"\n");
+    ::chmod(editor.c_str(), 0755);
+    EnvGuard editorVar("PAIRVIEW_EDITOR", pv::quoteArgument(editor));
+    // The last switch, /w, is the tenth argument: only with it (and /c) do the
+    // files compare equal.
+    ProgramRun run =
+        runPvcmd(dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/w"});
+    EXPECT_EQ(run.rc, 0) << run.err;
+    EXPECT_EQ(readFile(result),
+              crlf("Comparing files " + a + " and " + b + "\nFC: no differences encountered\n\n"));
+    EXPECT_EQ(readFile(editor + ".arg"), result);
+}
+
 TEST(PvcmdProgram, ToolsAndUsageFromTheShell) {
     pvtest::TempDir dir;
     std::string a = dir.write("a.txt", "A\n");
