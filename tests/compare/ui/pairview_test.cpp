@@ -7,6 +7,7 @@
 #include "platform/runtimeerror.h"
 #include "settings/settings.h"
 #include "support/recordingprompter.h"
+#include "support/qt/runningprogram.h"
 #include "support/temptree.h"
 
 #include <QAction>
@@ -28,42 +29,9 @@ using pv::Side;
 
 namespace {
 
-// Starts the program on a settings file in a temporary program directory.
-class PairviewTest : public ::testing::Test {
+class PairviewTest : public pvtest::TwoTreesTest {
 protected:
-    void SetUp() override {
-        m_oldCwd = QDir::currentPath();
-        left = home.mkdir("left");
-        right = home.mkdir("right");
-        home.write("left/a.cpp", "1");
-        home.write("left/b.h", "2");
-        home.write("left/c.txt", "3");
-        home.write("right/a.cpp", "1");
-        ini = home / "my.ini";
-    }
-    void TearDown() override {
-        frame.reset();
-        QDir::setCurrent(m_oldCwd);
-    }
-    void start() {
-        frame = std::make_unique<pv::MDIForm1>(std::vector<std::string>{"-ini", ini});
-        frame->MDIForm_Load(home.str());
-        window = frame->defaultCompareWindow(false);
-        ASSERT_NE(window, nullptr);
-    }
-    std::string value(const char* section, const char* key) const {
-        return pv::Settings(ini).read(section, key);
-    }
     std::vector<std::string> names(Side side) const { return window->files(side)->names(); }
-
-    pvtest::TempDir home;
-    pvtest::RecordingPrompter prompts;
-    std::string left, right, ini;
-    std::unique_ptr<pv::MDIForm1> frame;
-    pv::Pairview* window = nullptr;
-
-private:
-    QString m_oldCwd;
 };
 
 } // namespace

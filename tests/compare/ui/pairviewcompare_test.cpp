@@ -6,6 +6,8 @@
 #include "results/ui/resultslist.h"
 #include "settings/settings.h"
 #include "support/recordingprompter.h"
+#include "support/envguard.h"
+#include "support/qt/runningprogram.h"
 #include "support/temptree.h"
 
 #include <QAction>
@@ -26,26 +28,16 @@ using pv::Side;
 
 namespace {
 
-class PairviewCompareTest : public ::testing::Test {
+class PairviewCompareTest : public pvtest::RunningProgramTest {
   protected:
     void SetUp() override {
-        m_oldCwd = QDir::currentPath();
-        // Scripts are "started" by a program that does nothing.
-        ::setenv("PAIRVIEW_PVCMD", "/bin/true", 1);
+        RunningProgramTest::SetUp();
         ini = home.write("Pairview.ini", "[COMPARECONTROL]\r\nLIST_Length=True\r\n");
         left = tree.mkdir("left");
         right = tree.mkdir("right");
     }
-    void TearDown() override {
-        frame.reset();
-        QDir::setCurrent(m_oldCwd);
-        ::unsetenv("PAIRVIEW_PVCMD");
-    }
     void start() {
-        frame = std::make_unique<pv::MDIForm1>(std::vector<std::string>{"-ini", ini});
-        frame->MDIForm_Load(home.str());
-        window = frame->defaultCompareWindow(false);
-        ASSERT_NE(window, nullptr);
+        RunningProgramTest::start();
         point(left, right);
     }
     void point(const std::string& l, const std::string& r) {
@@ -66,14 +58,10 @@ class PairviewCompareTest : public ::testing::Test {
         return n;
     }
 
-    pvtest::TempDir home, tree;
-    pvtest::RecordingPrompter prompts;
-    std::string ini, left, right;
-    std::unique_ptr<pv::MDIForm1> frame;
-    pv::Pairview* window = nullptr;
-
-  private:
-    QString m_oldCwd;
+    pvtest::TempDir tree;
+    std::string left, right;
+    // Scripts are "started" by a program that does nothing.
+    pvtest::EnvGuard m_pvcmd{"PAIRVIEW_PVCMD", "/bin/true"};
 };
 
 } // namespace
