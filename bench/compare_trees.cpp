@@ -12,7 +12,6 @@
 #include "app/ui/mdiform1.h"
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/pairview.h"
-#include "platform/prompter.h"
 #include "results/ui/resultslist.h"
 #include "settings/settings.h"
 
@@ -90,27 +89,6 @@ double timeCommand(const std::string& command) {
     return secondsSince(t0);
 }
 
-// Answers no question: a message during a benchmark would stop it.
-class SilentPrompter : public pv::Prompter {
-  public:
-    void message(const std::string& text, const std::string&) override {
-        std::fprintf(stderr, "message: %s\n", text.c_str());
-    }
-    bool confirm(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> input(const std::string&, const std::string&,
-                                     const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> openFileName(const std::string&, const std::string&,
-                                            const std::string&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> saveFileName(const std::string&, const std::string&,
-                                            const std::string&) override {
-        return std::nullopt;
-    }
-};
-
 double timeWindow(pv::MDIForm1& frame, const fs::path& root, bool sub) {
     pv::Pairview* window = frame.defaultCompareWindow(false);
     window->dir(pv::Side::Left)->setPath((root / "left").string());
@@ -141,8 +119,7 @@ int main(int argc, char** argv) {
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
     setenv("PAIRVIEW_PVCMD", "/bin/true", 1); // the compare script is written, not run
     QApplication app(argc, argv);
-    SilentPrompter prompter;
-    pv::setPrompter(&prompter);
+    // Messages go to the error output through the console prompter.
 
     fs::path base = fs::temp_directory_path() / ("pv-bench-" + std::to_string(::getpid()));
     fs::path home = base / "home", flat = base / "flat", nested = base / "nested";
