@@ -325,6 +325,8 @@ int Interpreter::execute(const ScriptLine& line) {
         status = runStart(text.substr(letters), io);
     } else if (word == "shift" && followedBy(" \t/")) {
         status = runShift(text.substr(letters), io);
+    } else if (word == "set" && followedBy(" \t")) {
+        status = runSet(text.substr(letters), io);
     } else if (word == "cls" && followedBy(" \t")) {
         status = 0;
     } else if (word == "pause" && followedBy(" \t")) {
@@ -437,6 +439,31 @@ int Interpreter::runShift(const std::string& rest, ToolIo& io) {
     if (from < m_args.size())
         m_args.erase(m_args.begin() + static_cast<long>(from));
     return m_status;
+}
+
+int Interpreter::runSet(const std::string& rest, ToolIo& io) {
+    // set NAME=value, or set "NAME=value" (the quotes keep trailing blanks and
+    // special characters out of the value). The variable reaches the programs the
+    // script starts, and %NAME% in the script's later lines.
+    std::string assignment = rest;
+    size_t start = assignment.find_first_not_of(" \t");
+    assignment = start == std::string::npos ? std::string() : assignment.substr(start);
+    if (assignment.size() >= 2 && assignment.front() == '"') {
+        size_t close = assignment.rfind('"');
+        assignment = assignment.substr(1, close == 0 ? std::string::npos : close - 1);
+    }
+    size_t eq = assignment.find('=');
+    if (eq == std::string::npos || eq == 0) {
+        io.err << "The syntax of the command is incorrect.\r\n";
+        return 1;
+    }
+    std::string name = assignment.substr(0, eq);
+    std::string value = assignment.substr(eq + 1);
+    if (value.empty())
+        ::unsetenv(name.c_str());
+    else
+        ::setenv(name.c_str(), value.c_str(), 1);
+    return 0;
 }
 
 int Interpreter::runExit(const std::string& rest) {

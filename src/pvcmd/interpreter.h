@@ -44,6 +44,7 @@ class Interpreter {
     int runPushd(std::string rest, ToolIo& io);
     int runPopd();
     int runShift(const std::string& rest, ToolIo& io);
+    int runSet(const std::string& rest, ToolIo& io);
     int runExit(const std::string& rest);
     int runStart(const std::string& rest, ToolIo& io);
     int runProgram(const std::string& text, ToolIo& io, int outFd, int errFd);

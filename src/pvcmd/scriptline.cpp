@@ -1,5 +1,11 @@
 #include "pvcmd/scriptline.h"
 
+#include <cctype>
+#include <cstdlib>
+#include <cstring>
+#include <strings.h>
+#include <unistd.h>
+
 #include <sys/stat.h>
 
 namespace pvcmd {
@@ -132,6 +138,34 @@ std::string ScriptLine::display() const {
     return shown;
 }
 
+namespace {
+
+// The position of the "%" that closes a variable name starting at `from`, or npos
+// when the text there is no name (letters, digits and underscores) closed by "%".
+size_t variableEnd(const std::string& line, size_t from) {
+    size_t k = from;
+    while (k < line.size() && (std::isalnum(static_cast<unsigned char>(line[k])) || line[k] == '_'))
+        ++k;
+    if (k == from || k >= line.size() || line[k] != '%')
+        return std::string::npos;
+    return k;
+}
+
+// A variable's value, its name matched without regard to case; empty when unset.
+std::string variableValue(const std::string& name) {
+    if (const char* value = std::getenv(name.c_str()))
+        return value;
+    for (char** entry = environ; entry && *entry; ++entry) {
+        const char* eq = std::strchr(*entry, '=');
+        if (eq && static_cast<size_t>(eq - *entry) == name.size() &&
+            ::strncasecmp(*entry, name.c_str(), name.size()) == 0)
+            return eq + 1;
+    }
+    return {};
+}
+
+} // namespace
+
 std::string expandArguments(const std::string& line, const std::vector<std::string>& args) {
     std::string out;
     const size_t n = line.size();
@@ -167,6 +201,10 @@ std::string expandArguments(const std::string& line, const std::vector<std::stri
             for (size_t k = 1; k < args.size(); ++k)
                 out += (k > 1 ? " " : "") + args[k];
             ++i;
+        } else if (size_t close = variableEnd(line, i + 1); close != std::string::npos) {
+            // %NAME% is the variable's value (set by "set"), or nothing.
+            out += variableValue(line.substr(i + 1, close - i - 1));
+            i = close;
         }
         // any other "%" is dropped and the character after it kept
     }

@@ -87,7 +87,10 @@ TEST(ExpandArguments, ReplacesOnlyKnownForms) {
     EXPECT_EQ(pvcmd::expandArguments("%0 %1 %~1 %2 [%3] %% 100%", args),
               "s.cmd \"a b\" a b x [] % 100");
     EXPECT_EQ(pvcmd::expandArguments("%* end", args), "\"a b\" x end");
-    EXPECT_EQ(pvcmd::expandArguments("%path% %~9", args), "path ");
+    // Variables are looked up without regard to case; an unknown one is empty.
+    EXPECT_EQ(pvcmd::expandArguments("%path%|%PV_NO_SUCH_VAR% %~9", args),
+              std::string(std::getenv("PATH")) + "| ");
+    EXPECT_EQ(pvcmd::expandArguments("50% off 20%", args), "50 off 20");
 }
 
 struct EchoCase {
@@ -235,6 +238,18 @@ TEST(Interpreter, ShiftMovesTheArguments) {
         {"s.cmd", "a", "b", "c", "d", "e", "f", "g", "h", "i", "j"});
     EXPECT_EQ(readFile(here.dir() / "f"), "[a][b][j]\r\n[a][c][d]\r\n");
     Captured bad = runScriptText("shift /9\r\n", {"s.cmd", "a"});
+    EXPECT_EQ(bad.err, "The syntax of the command is incorrect.\r\n");
+}
+
+TEST(Interpreter, SetVariablesExpandInScriptsWithArguments) {
+    pvcmdtest::InTempDir here;
+    // The quoted form keeps blanks and % of the value literal; "set NAME=" removes it.
+    runScriptText("@echo off\r\nset \"PV_T1=%~1\"\r\nshift\r\necho [%PV_T1%][%1]>f\r\n"
+                  "set PV_T1=\r\necho [%PV_T1%][%PV_UNSET%]>>f\r\n",
+                  {"s.cmd", "\"a&b 100%\"", "next"});
+    EXPECT_EQ(readFile(here.dir() / "f"), "[a&b 100%][next]\r\n[][]\r\n");
+    EXPECT_EQ(std::getenv("PV_T1"), nullptr);
+    Captured bad = runScriptText("set =x\r\n", {"s.cmd"});
     EXPECT_EQ(bad.err, "The syntax of the command is incorrect.\r\n");
 }
 

@@ -117,7 +117,7 @@ TEST(PvcmdProgram, ScriptArgumentsKeepTheirQuotes) {
                                   "\nFC: no differences encountered\n\n\"" + a + "\" \n"));
 }
 
-TEST(PvcmdProgram, ShippedSingleCompareScriptPassesSevenSwitches) {
+TEST(PvcmdProgram, ShippedSingleCompareScriptPassesEverySwitch) {
     pvtest::TempDir dir;
     std::string script =
         dir.write("CompareSelectedFile.cmd",
@@ -129,10 +129,10 @@ TEST(PvcmdProgram, ShippedSingleCompareScriptPassesSevenSwitches) {
     std::string editor = dir.write("bin/ed", "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.arg\"\n");
     ::chmod(editor.c_str(), 0755);
     EnvGuard editorVar("PAIRVIEW_EDITOR", pv::quoteArgument(editor));
-    // The last switch, /w, is the tenth argument: only with it (and /c) do the
+    // The last switch, /w, is the eleventh argument: only with it (and /c) do the
     // files compare equal.
-    ProgramRun run =
-        runPvcmd(dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/w"});
+    ProgramRun run = runPvcmd(
+        dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/t", "/w"});
     EXPECT_EQ(run.rc, 0) << run.err;
     EXPECT_EQ(readFile(result),
               crlf("Comparing files " + a + " and " + b + "\nFC: no differences encountered\n\n"));
