@@ -32,6 +32,9 @@ struct ProgramGlobals {
     bool clickedFileOne = false;
     bool clickedDir2 = false;
     bool clickedFileTwo = false;
+    // Compares running in any window. Windows that a compare writes to refuse to
+    // close until it ends: closing one asks the compare to stop instead.
+    int runningCompares = 0;
 
     void setClicked(ClickedControl control);
     // The right pane is meant when Dir2 or FileTwo was clicked last; else the left.

@@ -36,16 +36,18 @@ void FormRegistry::setTag(QWidget* form, const QString& tag) { form->setProperty
 void FormRegistry::unload(QWidget* form) {
     if (!form)
         return;
-    // The widget is deleted later, but it is unloaded now.
-    forms().removeAll(QPointer<QWidget>(form));
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    bool closed;
     if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget())) {
         sub->setAttribute(Qt::WA_DeleteOnClose);
-        form->setAttribute(Qt::WA_DeleteOnClose);
-        sub->close();
+        closed = sub->close();
     } else {
-        form->setAttribute(Qt::WA_DeleteOnClose);
-        form->close();
+        closed = form->close();
     }
+    // The widget is deleted later, but it is unloaded now; a form that refused to
+    // close stays open and registered.
+    if (closed)
+        forms().removeAll(QPointer<QWidget>(form));
 }
 
 } // namespace pv

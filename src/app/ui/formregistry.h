@@ -17,7 +17,7 @@ public:
     static QString tagOf(const QWidget* form);
     static void setTag(QWidget* form, const QString& tag);
     // "Unloads" a form: closes its MDI sub-window (or the form itself); forms are
-    // deleted on close, so they leave the registry.
+    // deleted on close, so they leave the registry. A form may refuse to close.
     static void unload(QWidget* form);
 };
 

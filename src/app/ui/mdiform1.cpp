@@ -289,6 +289,15 @@ void MDIForm1::Close_Click() {
 }
 
 void MDIForm1::closeEvent(QCloseEvent* event) {
+    if (globals().runningCompares > 0) {
+        // A walk lets events through between levels; ending the program under it
+        // would pull its windows away. Ask it to stop; the user closes again after.
+        for (QWidget* form : FormRegistry::openForms())
+            if (auto* window = qobject_cast<Pairview*>(form))
+                window->requestStop();
+        event->ignore();
+        return;
+    }
     MDIForm_Unload();
     m_mdiArea->closeAllSubWindows();
     m_timer->stop();

@@ -18,6 +18,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
@@ -426,6 +427,20 @@ void Pairview::Form_Load() {
     LoadINISettings();
     if (auto* copyList = findChild<QListWidget*>("CopyList"))
         copyList->setCurrentRow(0);
+}
+
+void Pairview::requestStop() {
+    if (auto* stop = findChild<QCheckBox*>("StopProcessing"))
+        stop->setChecked(true);
+}
+
+void Pairview::closeEvent(QCloseEvent* event) {
+    if (globals().runningCompares > 0) {
+        requestStop();
+        event->ignore();
+        return;
+    }
+    QWidget::closeEvent(event);
 }
 
 void Pairview::Form_Activate() { globals().activeCompareTag = tag().trimmed().toStdString(); }

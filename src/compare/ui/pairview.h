@@ -96,8 +96,12 @@ public:
     // The task number of the last program this window started.
     long lastTask = 0;
 
+    // Ticks StopProcessing, so a running walk stops at its next level.
+    void requestStop();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     struct Pane {

@@ -173,6 +173,12 @@ void Pairview::Compare_Button_Click() {
     if (m_compare->running)
         return;
     m_compare->running = true;
+    // While the compare runs, the windows it writes to stay open (they refuse to
+    // close), because the walk lets other events through between levels.
+    struct RunningGuard {
+        RunningGuard() { ++globals().runningCompares; }
+        ~RunningGuard() { --globals().runningCompares; }
+    } runningGuard;
     QPointer<Pairview> self(this);
     ResultsList* results = ResultsList::instance();
     DirectoryCompare compare(*results, m_compare->files(),

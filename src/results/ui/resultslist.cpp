@@ -10,6 +10,7 @@
 #include "platform/textfile.h"
 #include "results/resultsnavigation.h"
 
+#include <QCloseEvent>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
@@ -108,6 +109,18 @@ ResultsList* ResultsList::instance(bool create) {
         r->setAttribute(Qt::WA_DeleteOnClose);
     }
     return r;
+}
+
+void ResultsList::closeEvent(QCloseEvent* event) {
+    // A running compare writes here; it is asked to stop instead.
+    if (globals().runningCompares > 0) {
+        for (QWidget* form : FormRegistry::openForms())
+            if (auto* window = qobject_cast<Pairview*>(form))
+                window->requestStop();
+        event->ignore();
+        return;
+    }
+    QWidget::closeEvent(event);
 }
 
 void ResultsList::setCntl(std::string_view value) {

@@ -75,6 +75,7 @@ class ResultsList : public QWidget, public CompareObserver {
     void PrintButton_Click();
 
   protected:
+    void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:

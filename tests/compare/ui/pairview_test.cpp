@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QFocusEvent>
@@ -322,4 +323,17 @@ TEST_F(PairviewTest, DoubleClickOnVanishedDirectorySaysWhy) {
     EXPECT_NE(prompts.messages[0].find(right), std::string::npos);
     EXPECT_EQ(dir->path(), home.str());
     EXPECT_EQ(value("LASTFILE", "DIRONE"), home.str());
+}
+
+TEST_F(PairviewTest, WindowsStayOpenWhileACompareRunsAndAskItToStop) {
+    start();
+    pv::globals().runningCompares = 1;
+    frame->Close_Click();
+    QApplication::processEvents();
+    EXPECT_EQ(frame->defaultCompareWindow(false), window);
+    EXPECT_TRUE(window->findChild<QCheckBox*>("StopProcessing")->isChecked());
+    pv::globals().runningCompares = 0;
+    frame->Close_Click();
+    QApplication::processEvents();
+    EXPECT_EQ(frame->defaultCompareWindow(false), nullptr);
 }
