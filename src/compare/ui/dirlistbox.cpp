@@ -105,7 +105,11 @@ void DirListBox::keyPressEvent(QKeyEvent* event) {
         emit enterPressed();
         return;
     }
+    // Moving the selection with the keyboard is a click, as it is in list boxes.
+    const int before = currentRow();
     QListWidget::keyPressEvent(event);
+    if (currentRow() != before && currentRow() >= 0)
+        emit clicked();
 }
 
 void DirListBox::mousePressEvent(QMouseEvent* event) {

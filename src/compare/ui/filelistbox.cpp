@@ -60,7 +60,11 @@ void FileListBox::keyPressEvent(QKeyEvent* event) {
         emit enterPressed();
         return;
     }
+    // Moving the selection with the keyboard is a click, as it is in list boxes.
+    const int before = currentRow();
     QListWidget::keyPressEvent(event);
+    if (currentRow() != before && currentRow() >= 0)
+        emit clicked();
 }
 
 void FileListBox::mousePressEvent(QMouseEvent* event) {

@@ -337,3 +337,17 @@ TEST_F(PairviewTest, WindowsStayOpenWhileACompareRunsAndAskItToStop) {
     QApplication::processEvents();
     EXPECT_EQ(frame->defaultCompareWindow(false), nullptr);
 }
+
+TEST_F(PairviewTest, ArrowKeysInAFileListActLikeAClick) {
+    start();
+    window->dir(Side::Left)->setPath(left);
+    window->dir(Side::Right)->setPath(right);
+    window->Dir_Click(Side::Right);
+    pv::FileListBox* files = window->files(Side::Left);
+    files->setListIndex(0);
+    QTest::keyClick(files, Qt::Key_Down);
+    EXPECT_EQ(files->selectedName(), "b.h");
+    EXPECT_TRUE(pv::globals().clickedFileOne);
+    EXPECT_EQ(window->statusPanel(5).toStdString(), "file one:");
+    EXPECT_EQ(window->statusPanel(6).toStdString(), "b.h");
+}
