@@ -289,12 +289,9 @@ void MDIForm1::Close_Click() {
 }
 
 void MDIForm1::closeEvent(QCloseEvent* event) {
-    if (globals().runningCompares > 0) {
-        // A walk lets events through between levels; ending the program under it
-        // would pull its windows away. Ask it to stop; the user closes again after.
-        for (QWidget* form : FormRegistry::openForms())
-            if (auto* window = qobject_cast<Pairview*>(form))
-                window->requestStop();
+    // A walk lets events through between levels; ending the program under it
+    // would pull its windows away. Ask it to stop; the user closes again after.
+    if (Pairview::stopInsteadOfClosing()) {
         event->ignore();
         return;
     }

@@ -3,16 +3,13 @@
 #include "compare/filelisting.h"
 #include "platform/runtimeerror.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QStyle>
 #include <cerrno>
 #include <sys/stat.h>
 
 namespace pv {
 
-DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
-    setSelectionMode(QAbstractItemView::SingleSelection);
+DirListBox::DirListBox(QWidget* parent) : PaneListBox(parent) {
     connect(this, &QListWidget::itemDoubleClicked, this, [this](QListWidgetItem* it) {
         try {
             setPath(item(row(it) - static_cast<int>(m_ancestors.size())));
@@ -21,7 +18,6 @@ DirListBox::DirListBox(QWidget* parent) : QListWidget(parent) {
             emit openFailed(QString::fromStdString(e.what()));
         }
     });
-    connect(this, &QListWidget::itemClicked, this, [this] { emit clicked(); });
 }
 
 void DirListBox::setPath(const std::string& requested) {
@@ -98,26 +94,6 @@ std::string DirListBox::item(int index) const {
     }
     int a = static_cast<int>(m_ancestors.size()) + index;
     return a >= 0 ? m_ancestors[static_cast<size_t>(a)] : std::string();
-}
-
-void DirListBox::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit enterPressed();
-        return;
-    }
-    // Moving the selection with the keyboard is a click, as it is in list boxes.
-    const int before = currentRow();
-    QListWidget::keyPressEvent(event);
-    if (currentRow() != before && currentRow() >= 0)
-        emit clicked();
-}
-
-void DirListBox::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton) {
-        emit rightButtonPressed(event->globalPosition().toPoint());
-        return;
-    }
-    QListWidget::mousePressEvent(event);
 }
 
 } // namespace pv

@@ -4,13 +4,14 @@
 // classic list-box rule: 0..listCount()-1 are the sub-directories, -1 is the open
 // directory, -2 its parent, and so on up to the root.
 
-#include <QListWidget>
+#include "compare/ui/panelistbox.h"
+
 #include <string>
 #include <vector>
 
 namespace pv {
 
-class DirListBox : public QListWidget {
+class DirListBox : public PaneListBox {
     Q_OBJECT
 public:
     explicit DirListBox(QWidget* parent = nullptr);
@@ -30,15 +31,9 @@ public:
 
 signals:
     void changed();
-    void clicked();
-    void enterPressed();
-    void rightButtonPressed(const QPoint& globalPos);
     // A double-clicked directory could not be opened (removed, not readable).
     void openFailed(const QString& description);
 
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     void fill();

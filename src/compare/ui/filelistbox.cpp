@@ -3,16 +3,12 @@
 #include "compare/filelisting.h"
 #include "compare/ui/dirlistbox.h"
 
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QStringList>
 
 namespace pv {
 
-FileListBox::FileListBox(QWidget* parent) : QListWidget(parent) {
-    setSelectionMode(QAbstractItemView::SingleSelection);
+FileListBox::FileListBox(QWidget* parent) : PaneListBox(parent) {
     setUniformItemSizes(true); // keeps very long lists fast
-    connect(this, &QListWidget::itemClicked, this, [this] { emit clicked(); });
     connect(this, &QListWidget::itemDoubleClicked, this, [this] { emit doubleClicked(); });
 }
 
@@ -53,26 +49,6 @@ void FileListBox::setListIndex(int index) {
         setCurrentRow(index);
     else
         setCurrentRow(-1);
-}
-
-void FileListBox::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit enterPressed();
-        return;
-    }
-    // Moving the selection with the keyboard is a click, as it is in list boxes.
-    const int before = currentRow();
-    QListWidget::keyPressEvent(event);
-    if (currentRow() != before && currentRow() >= 0)
-        emit clicked();
-}
-
-void FileListBox::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton) {
-        emit rightButtonPressed(event->globalPosition().toPoint());
-        return;
-    }
-    QListWidget::mousePressEvent(event);
 }
 
 } // namespace pv

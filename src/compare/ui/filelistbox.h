@@ -2,13 +2,14 @@
 // The file list of a pane: the files of one directory that match the pattern list,
 // hidden files left out, in list order. Setting the path always re-reads it.
 
-#include <QListWidget>
+#include "compare/ui/panelistbox.h"
+
 #include <string>
 #include <vector>
 
 namespace pv {
 
-class FileListBox : public QListWidget {
+class FileListBox : public PaneListBox {
     Q_OBJECT
 public:
     explicit FileListBox(QWidget* parent = nullptr);
@@ -30,14 +31,7 @@ public:
     std::string selectedName() const { return item(listIndex()); }
 
 signals:
-    void clicked();
     void doubleClicked();
-    void enterPressed();
-    void rightButtonPressed(const QPoint& globalPos);
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     std::string m_path;

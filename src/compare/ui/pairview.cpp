@@ -434,9 +434,17 @@ void Pairview::requestStop() {
         stop->setChecked(true);
 }
 
+bool Pairview::stopInsteadOfClosing() {
+    if (globals().runningCompares <= 0)
+        return false;
+    for (QWidget* form : FormRegistry::openForms())
+        if (auto* window = qobject_cast<Pairview*>(form))
+            window->requestStop();
+    return true;
+}
+
 void Pairview::closeEvent(QCloseEvent* event) {
-    if (globals().runningCompares > 0) {
-        requestStop();
+    if (stopInsteadOfClosing()) {
         event->ignore();
         return;
     }

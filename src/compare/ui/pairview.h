@@ -98,6 +98,9 @@ public:
 
     // Ticks StopProcessing, so a running walk stops at its next level.
     void requestStop();
+    // While a compare runs, the windows it writes to refuse to close: this asks
+    // every compare window to stop and returns true; false when none runs.
+    static bool stopInsteadOfClosing();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -113,10 +113,7 @@ ResultsList* ResultsList::instance(bool create) {
 
 void ResultsList::closeEvent(QCloseEvent* event) {
     // A running compare writes here; it is asked to stop instead.
-    if (globals().runningCompares > 0) {
-        for (QWidget* form : FormRegistry::openForms())
-            if (auto* window = qobject_cast<Pairview*>(form))
-                window->requestStop();
+    if (Pairview::stopInsteadOfClosing()) {
         event->ignore();
         return;
     }
