@@ -5,10 +5,12 @@
 #include "platform/programdir.h"
 
 #include <QApplication>
+#include <QIcon>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Pairview");
+    QApplication::setWindowIcon(QIcon(":/icons/pairview.svg"));
     pv::QtPrompter prompter;
     std::vector<std::string> args;
     for (int i = 1; i < argc; ++i)

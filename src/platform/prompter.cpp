@@ -4,13 +4,18 @@
 
 namespace pv {
 
-void ConsolePrompter::message(const std::string& text, const std::string& title) {
+void ConsolePrompter::message(const std::string& text, const std::string& title, MessageIcon) {
     std::cerr << title << ": " << text << '\n';
 }
 
-bool ConsolePrompter::confirm(const std::string& text, const std::string& title) {
+bool ConsolePrompter::confirm(const std::string& text, const std::string& title, MessageIcon) {
     std::cerr << title << ": " << text << " (declined)\n";
     return false;
+}
+
+Answer ConsolePrompter::ask(const std::string& text, const std::string& title, MessageIcon) {
+    std::cerr << title << ": " << text << " (cancelled)\n";
+    return Answer::Cancel;
 }
 
 std::optional<std::string> ConsolePrompter::input(const std::string& prompt,

@@ -16,17 +16,27 @@ public:
 
     std::vector<std::string> messages;       // texts of message boxes and questions
     std::vector<std::string> titles;         // their titles
+    std::vector<pv::MessageIcon> icons;      // their icons
     std::deque<bool> confirmAnswers;         // default: No
+    std::deque<pv::Answer> askAnswers;       // default: Cancel
     std::deque<std::optional<std::string>> inputAnswers; // default: cancelled
     std::deque<std::optional<std::string>> fileAnswers;  // default: cancelled
 
-    void message(const std::string& text, const std::string& title) override {
+    void message(const std::string& text, const std::string& title,
+                 pv::MessageIcon icon = pv::MessageIcon::None) override {
         messages.push_back(text);
         titles.push_back(title);
+        icons.push_back(icon);
     }
-    bool confirm(const std::string& text, const std::string& title) override {
-        message(text, title);
+    bool confirm(const std::string& text, const std::string& title,
+                 pv::MessageIcon icon = pv::MessageIcon::None) override {
+        message(text, title, icon);
         return take(confirmAnswers, false);
+    }
+    pv::Answer ask(const std::string& text, const std::string& title,
+                   pv::MessageIcon icon = pv::MessageIcon::None) override {
+        message(text, title, icon);
+        return take(askAnswers, pv::Answer::Cancel);
     }
     std::optional<std::string> input(const std::string& prompt, const std::string& title,
                                      const std::string&) override {

@@ -11,13 +11,24 @@ namespace {
 QWidget* parentWindow() { return QApplication::activeWindow(); }
 QString qs(const std::string& s) { return QString::fromStdString(s); }
 
+QMessageBox::Icon boxIcon(MessageIcon icon) {
+    switch (icon) {
+    case MessageIcon::Information: return QMessageBox::Information;
+    case MessageIcon::Question: return QMessageBox::Question;
+    case MessageIcon::Exclamation: return QMessageBox::Warning;
+    case MessageIcon::Critical: return QMessageBox::Critical;
+    case MessageIcon::None: break;
+    }
+    return QMessageBox::NoIcon;
+}
+
 // Messages are plain text with CR LF line ends; a file name such as "<b>.txt" must
 // show as it is, not as markup, and a CR must not show as a stray glyph.
-int showBox(QMessageBox::Icon icon, const std::string& title, const std::string& text,
+int showBox(MessageIcon icon, const std::string& title, const std::string& text,
             QMessageBox::StandardButtons buttons) {
     QString body = qs(text);
     body.replace("\r\n", "\n");
-    QMessageBox box(icon, qs(title), body, buttons, parentWindow());
+    QMessageBox box(boxIcon(icon), qs(title), body, buttons, parentWindow());
     box.setTextFormat(Qt::PlainText);
     return box.exec();
 }
@@ -26,13 +37,21 @@ int showBox(QMessageBox::Icon icon, const std::string& title, const std::string&
 QtPrompter::QtPrompter() : m_previous(setPrompter(this)) {}
 QtPrompter::~QtPrompter() { setPrompter(m_previous); }
 
-void QtPrompter::message(const std::string& text, const std::string& title) {
-    showBox(QMessageBox::Information, title, text, QMessageBox::Ok);
+void QtPrompter::message(const std::string& text, const std::string& title, MessageIcon icon) {
+    showBox(icon, title, text, QMessageBox::Ok);
 }
 
-bool QtPrompter::confirm(const std::string& text, const std::string& title) {
-    return showBox(QMessageBox::Question, title, text, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+bool QtPrompter::confirm(const std::string& text, const std::string& title, MessageIcon icon) {
+    return showBox(icon, title, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+Answer QtPrompter::ask(const std::string& text, const std::string& title, MessageIcon icon) {
+    switch (showBox(icon, title, text,
+                    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel)) {
+    case QMessageBox::Yes: return Answer::Yes;
+    case QMessageBox::No: return Answer::No;
+    default: return Answer::Cancel;
+    }
 }
 
 std::optional<std::string> QtPrompter::input(const std::string& prompt, const std::string& title,

@@ -10,8 +10,9 @@ class QtPrompter : public Prompter {
 public:
     QtPrompter();
     ~QtPrompter() override;
-    void message(const std::string& text, const std::string& title) override;
-    bool confirm(const std::string& text, const std::string& title) override;
+    void message(const std::string& text, const std::string& title, MessageIcon icon) override;
+    bool confirm(const std::string& text, const std::string& title, MessageIcon icon) override;
+    Answer ask(const std::string& text, const std::string& title, MessageIcon icon) override;
     std::optional<std::string> input(const std::string& prompt, const std::string& title,
                                      const std::string& defaultText) override;
     std::optional<std::string> openFileName(const std::string& title, const std::string& directory,
