@@ -1,6 +1,6 @@
 // xcopy: copies files and directory trees.
 
-#include "pvcmd/filecopy.h"
+#include "platform/filecopy.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
 #include "pvcmd/toolsupport.h"
@@ -456,7 +456,7 @@ class XcopyRun {
             return Outcome::Copied;
         if (m_destIsDirectory && !makeDirectory(dest))
             return Outcome::Failed;
-        FileCopyResult result = copyFileAtomic(item.source, dest, m_o.keepAttributes, m_o.verify);
+        pv::FileCopyResult result = pv::copyFileAtomic(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
             if (result.error == ENOSPC || result.error == EDQUOT)
                 writeLine(m_io.err, "Insufficient disk space");

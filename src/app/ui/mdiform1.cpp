@@ -1,10 +1,12 @@
 #include "app/ui/mdiform1.h"
 
+#include "about/ui/frmabout.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
 #include "app/ui/formregistry.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
+#include "lists/ui/listcommands.h"
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
@@ -58,6 +60,8 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    connectListCommands(*this);
+    connectAboutCommand(*this);
     resize(1100, 760);
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
         if (sub)

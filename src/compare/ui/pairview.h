@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QComboBox;
 class QLineEdit;
@@ -96,6 +97,20 @@ public:
     // The task number of the last program this window started.
     long lastTask = 0;
 
+    // The list commands (pairviewlists.cpp): favorites, the list forms, copying a
+    // file between the panes.
+    Q_INVOKABLE void AddFavorite_Click();
+    void ShowEditors_Click();
+    void ShowFavorites_Click();
+    void CopyList_Click();
+    void CopySelected_Click();
+    // Moves a pane to a favorite directory (its drive first, unless it is a network
+    // path). Throws RuntimeError, leaving the pane as it was, when the directory
+    // cannot be opened.
+    void goToFavorite(Side side, const std::string& favorite);
+    // Both network-path boxes hold exactly `paths`.
+    void fillNetworkDrives(const std::vector<std::string>& paths);
+
     // Ticks StopProcessing, so a running walk stops at its next level.
     void requestStop();
     // While a compare runs, the windows it writes to refuse to close: this asks
@@ -116,6 +131,7 @@ private:
     static int index(Side side) { return side == Side::Left ? 0 : 1; }
 
     void connectCompareControls();
+    void connectListControls();
     void createControls();
     void createPane(Side side);
     QWidget* createCommandArea();
