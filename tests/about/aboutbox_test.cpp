@@ -46,8 +46,7 @@ TEST(AboutBox, StartSysInfoStartsTheProgramOrSaysItIsUnavailable) {
         EXPECT_EQ(prompts.messages[0], "System Information Is Unavailable At This Time");
     }
     const std::string log = tools / "started.log";
-    pvtest::EnvGuard chosen("PAIRVIEW_SYSINFO",
-                            pvtest::writeRecorder(tools, "my sysinfo", log));
+    pvtest::EnvGuard chosen("PAIRVIEW_SYSINFO", pvtest::writeRecorder(tools, "my sysinfo", log));
     pv::StartSysInfo();
     EXPECT_EQ(pvtest::waitForLine(log), "\n");
     EXPECT_EQ(prompts.messages.size(), 1u);

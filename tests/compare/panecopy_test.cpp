@@ -33,8 +33,8 @@ TEST(PaneCopy, DirectionFollowsTheSelections) {
          kLeftToRight, "/l/a.txt", "/r/a.txt", true},
         {"both selected: the chosen direction stands", left, right, kLeftToRight, true,
          kLeftToRight, "/l/a.txt", "/r/a.txt", true},
-        {"both selected, right to left", left, right, kRightToLeft, true, kRightToLeft,
-         "/r/z.txt", "/l/z.txt", false},
+        {"both selected, right to left", left, right, kRightToLeft, true, kRightToLeft, "/r/z.txt",
+         "/l/z.txt", false},
         {"no direction chosen", left, right, std::nullopt, false, 0, "", "", false},
         {"nothing selected", leftNone, rightNone, kLeftToRight, false, 0, "", "", false},
     };

@@ -34,7 +34,8 @@ TEST(Favorites, CandidateComesFromThePaneClickedLast) {
 
 TEST(Favorites, DuplicateInAnotherCaseIsRejectedOncePerMatch) {
     pvtest::TempDir dir;
-    pv::Settings s(dir.write("p.ini", "[FAVORITES]\nITEM0=/Data/Src\nITEM1=/other\nITEM2=/DATA/src\n"));
+    pv::Settings s(
+        dir.write("p.ini", "[FAVORITES]\nITEM0=/Data/Src\nITEM1=/other\nITEM2=/DATA/src\n"));
     EXPECT_EQ(pv::addFavorite(s, "/data/SRC"), 2);
     EXPECT_EQ(s.read("FAVORITES", "ITEM3"), "");
     EXPECT_EQ(pv::addFavorite(s, "/data/new"), 0);

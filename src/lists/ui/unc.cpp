@@ -21,8 +21,9 @@ void UNC::AddItem_Click() {
             return;
         appendItem(settings, m_section, *answer, ItemReader::Plain);
         refreshNetworkPathBoxes();
-        // The list shows the new path the next time the form opens.
-        list()->update();
+        // The list shows the new path at once: a delete writes the list back as it
+        // is shown, and would otherwise drop the path just added.
+        list()->addItem(QString::fromStdString(*answer));
     } catch (const std::exception&) {
         prompter().message(kOperationCanceled, kAddEditorErrorTitle, MessageIcon::Critical);
     }
