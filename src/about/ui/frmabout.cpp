@@ -94,7 +94,11 @@ void frmAbout::cmdSysInfo_Click() {
 void mnu_helpAbout_Click(MDIForm1& frame) {
     frame.closeThisForm("frmAbout");
     auto* box = new frmAbout;
+    const QSize size = box->size();
     QMdiSubWindow* sub = frame.showChild(box);
+    // The box keeps its own size beside a maximized compare window.
+    sub->showNormal();
+    sub->resize(size);
     frame.mdiArea()->setActiveSubWindow(sub);
 }
 

@@ -83,7 +83,11 @@ ListForm* openListForm(NamedList list, ListOpener opener) {
     ListForm* form = openInstance(list);
     if (!form) {
         form = createForm(list);
-        frame->showChild(form);
+        const QSize size = form->size();
+        QMdiSubWindow* sub = frame->showChild(form);
+        // A small form stays small beside a maximized compare window.
+        sub->showNormal();
+        sub->resize(size);
     }
     form->show();
     if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget()))
