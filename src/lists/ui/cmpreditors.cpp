@@ -39,11 +39,7 @@ void cmprEditors::AddEditor_Click() {
 }
 
 void cmprEditors::DeleteSelected_Click() {
-    const int row = oneSelectedEntry();
-    if (row < 0)
-        return;
-    deleteItem(listSettings(), form().section, entries(), row);
-    deleteEntry(row);
+    deleteSelectedEntry();
 }
 
 void cmprEditors::Select_Click() {

@@ -17,11 +17,7 @@ Favorites::Favorites(QWidget* parent) : ListForm(NamedList::Favorites, parent) {
 }
 
 void Favorites::DeleteSelected_Click() {
-    const int row = oneSelectedEntry();
-    if (row < 0)
-        return;
-    deleteItem(listSettings(), form().section, entries(), row);
-    deleteEntry(row);
+    deleteSelectedEntry();
 }
 
 void Favorites::SetLeftSide_Click() {

@@ -46,15 +46,6 @@ ListForm* openInstance(NamedList list) {
     return nullptr;
 }
 
-std::vector<Pairview*> compareWindows() {
-    std::vector<Pairview*> out;
-    for (QWidget* f : FormRegistry::openForms())
-        if (f->objectName().toUpper() == "PAIRVIEW")
-            if (auto* p = qobject_cast<Pairview*>(f))
-                out.push_back(p);
-    return out;
-}
-
 void selectStoredConnection(ListForm& form) {
     try {
         const int stored = storedSelectedItem(programSettings(), "ISQL");

@@ -66,6 +66,15 @@ void ListForm::deleteEntry(int row) {
     m_list->update();
 }
 
+bool ListForm::deleteSelectedEntry() {
+    const int row = oneSelectedEntry();
+    if (row < 0)
+        return false;
+    deleteItem(listSettings(), form().section, entries(), row);
+    deleteEntry(row);
+    return true;
+}
+
 QPushButton* ListForm::addButton(const char* name, const char* caption,
                                  const std::function<void()>& command) {
     auto* b = new QPushButton(QString::fromUtf8(caption), this);

@@ -37,8 +37,12 @@ class ListForm : public QWidget {
     // Checks that exactly one entry is selected; otherwise says why not. Returns
     // its index, or -1.
     int oneSelectedEntry() const;
-    // Removes entry `row` after the file's list was renumbered without it.
+    // Removes entry `row` from the list box.
     void deleteEntry(int row);
+    // The delete of the editors, favorites and network-path forms: with exactly one
+    // entry selected, renumbers the file's list without it and removes it from the
+    // list box. Returns false when the selection stopped it.
+    bool deleteSelectedEntry();
 
   protected:
     ListForm(NamedList kind, QWidget* parent);

@@ -30,11 +30,8 @@ void UNC::AddItem_Click() {
 }
 
 void UNC::DeleteSelected_Click() {
-    const int row = oneSelectedEntry();
-    if (row < 0)
+    if (!deleteSelectedEntry())
         return;
-    deleteItem(listSettings(), m_section, entries(), row);
-    deleteEntry(row);
     if (list()->count() < storedSelectedItem(listSettings(), m_section) && list()->count() > 1)
         list()->setCurrentRow(1);
     refreshNetworkPathBoxes();
