@@ -26,8 +26,8 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QPointer>
 #include <QMetaObject>
+#include <QPointer>
 #include <QTimer>
 
 namespace pv {
