@@ -68,6 +68,9 @@ public:
     void Cascade_Click();
     void Horizontal_Click();
     void Vertical_Click();
+    // Lists the open child windows at the end of the "&Window" menu by caption,
+    // the active one checked; choosing one brings it to the front.
+    void fillWindowList();
     void UseAssociated_Click();
 
     void closeThisForm(const QString& name);
