@@ -4,9 +4,13 @@
 #include "scripts/scripttext.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace pv {
 
+namespace {
+
+// The pattern's pieces at each ";", empty pieces included ("a;;b;" gives four).
 std::vector<std::string> patternPieces(const std::string& pattern) {
     std::vector<std::string> pieces;
     std::size_t start = 0;
@@ -18,6 +22,8 @@ std::vector<std::string> patternPieces(const std::string& pattern) {
         start = semi + 1;
     }
 }
+
+} // namespace
 
 std::string findTextScriptText(const FindTextScript& s) {
     const std::string q = inQuotes(s.capturePath);

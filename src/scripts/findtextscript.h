@@ -5,7 +5,6 @@
 // per pattern under a banner.
 
 #include <string>
-#include <vector>
 
 namespace pv {
 
@@ -22,9 +21,6 @@ struct FindTextScript {
 };
 
 std::string findTextScriptText(const FindTextScript& s);
-
-// The pattern's pieces at each ";", empty pieces included ("a;;b;" gives four).
-std::vector<std::string> patternPieces(const std::string& pattern);
 
 // What replace mode writes into the capture file before the script appends.
 std::string findTextCaptureStart(const std::string& now);

@@ -93,8 +93,6 @@ TEST(FindTextScript, EmptyPatternPiecesGetNoFindstr) {
     EXPECT_EQ(count(text, "findstr "), 2u) << text;
     EXPECT_EQ(count(text, "Looking for"), 2u);
     EXPECT_EQ(text.find("Looking for  "), std::string::npos);
-    EXPECT_EQ(pv::patternPieces("*.c;;*.h;"), (std::vector<std::string>{"*.c", "", "*.h", ""}));
-    EXPECT_EQ(pv::patternPieces("*.*"), (std::vector<std::string>{"*.*"}));
 }
 
 TEST(FindTextScript, NetworkPathIsEnteredWithPushDAndLeftWithPopd) {

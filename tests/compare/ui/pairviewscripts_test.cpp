@@ -58,9 +58,7 @@ TEST_F(PairviewScripts, FindFileListsTheSearchedNameInTheCaptureFile) {
     EXPECT_TRUE(contains(capture, "searchFile = '*.h' \r\n")) << capture;
     EXPECT_TRUE(contains(capture, "- \r\nb.h\r\n- \r\n")) << capture;
     EXPECT_FALSE(contains(capture, "a.cpp")) << capture;
-    EXPECT_EQ(value("APPLICATION", "SEARCHFILE"), "*.h");
     EXPECT_NE(window->lastTask, 0);
-    EXPECT_TRUE(std::filesystem::exists(home / "pairviewFINDFile.bat.log"));
 }
 
 TEST_F(PairviewScripts, FindTextSearchesThePatternsSinglyOrBrokenOut) {
@@ -120,8 +118,6 @@ TEST_F(PairviewScripts, RunShellStartsTheSelectedFileWithItsParameters) {
     prompts.inputAnswers = {"one \"two three\""};
     press("RunShell");
     EXPECT_EQ(pvtest::waitForLine(log), "[one][two three]\n");
-    const std::string key = "\"" + left + "/tool.sh\"";
-    EXPECT_EQ(value("SHELLSCRIPTS", key.c_str()), "one \"two three\"");
 
     // A command script runs under pvcmd; the OpenWith pop-up holds the same item.
     select("run.cmd");
