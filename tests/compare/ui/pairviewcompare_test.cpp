@@ -5,9 +5,9 @@
 #include "compare/ui/pairview.h"
 #include "results/ui/resultslist.h"
 #include "settings/settings.h"
+#include "support/recordingprompter.h"
 #include "support/envguard.h"
 #include "support/qt/runningprogram.h"
-#include "support/recordingprompter.h"
 #include "support/temptree.h"
 
 #include <QAction>
