@@ -42,15 +42,6 @@ TEST(FindFileScript, NetworkPathIsEnteredWithPushdAndLeftWithPopd) {
     EXPECT_EQ(text.find("Popd"), text.rfind("Popd"));
 }
 
-TEST(FindFileScript, NoSwitchesLeaveTwoBlanksAfterDir) {
-    pv::FindFileScript s = local();
-    s.switches = "";
-    s.searchText = "read me.txt";
-    EXPECT_NE(pv::findFileScriptText(s).find(
-                  "\r\nDIR  read me.txt  >> \"/opt/pv/PairviewFINDFILE.txt\"\r\n"),
-              std::string::npos);
-}
-
 TEST(FindFileScript, CaptureStartAndScriptName) {
     EXPECT_EQ(pv::findFileCaptureStart("2026-11-23 08:09:10"),
               "\r\n\r\n ---------- Start 2026-11-23 08:09:10 -----------\r\n\r\n");

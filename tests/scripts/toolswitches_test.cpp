@@ -1,8 +1,5 @@
 #include "scripts/toolswitches.h"
 
-#include "settings/settings.h"
-#include "support/temptree.h"
-
 #include <gtest/gtest.h>
 
 #include <set>
@@ -48,18 +45,6 @@ TEST(FindstrSwitchString, EveryTextEndsInABlank) {
     };
     for (const Row& r : rows)
         EXPECT_EQ(pv::findstrSwitchString(keys(r.set)), r.expected) << r.name;
-}
-
-TEST(SwitchesIn, OnlyTrueInAnyCaseCountsAsSet) {
-    pvtest::TempDir dir;
-    pv::Settings settings(dir.write("p.ini", "[DIRCONTROL]\r\nDIR_B=tRUE\r\nDIR_S=Yes\r\n"
-                                             "DIR_W=1\r\n[OTHER]\r\nDIR_L=True\r\n"));
-    SwitchLookup isSet = pv::switchesIn(settings, "DIRCONTROL");
-    EXPECT_TRUE(isSet("DIR_B"));
-    EXPECT_FALSE(isSet("DIR_S"));
-    EXPECT_FALSE(isSet("DIR_W"));
-    EXPECT_FALSE(isSet("DIR_L"));
-    EXPECT_EQ(pv::dirSwitchString(isSet), "/b");
 }
 
 } // namespace
