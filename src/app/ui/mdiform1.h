@@ -89,10 +89,13 @@ private:
     void refreshCompareWindow(Pairview* window, bool stamp);
     void forwardToActive(const char* procedure);
     void tileChildren(Qt::Orientation orientation);
+    void restorePlacement();
+    void savePlacement();
 
     std::vector<std::string> m_arguments;
     QMdiArea* m_mdiArea = nullptr;
     QTimer* m_timer = nullptr;
+    bool m_loaded = false;         // the start sequence ran: the placement is worth keeping
     int m_lastAdditionalIndex = 0; // additional compare windows' indexes are never reused
 };
 
