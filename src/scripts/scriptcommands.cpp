@@ -35,9 +35,9 @@ std::string shellRunFailedText(int number, const std::string& description) {
     return "Shell run failed: " + std::to_string(number) + " " + description;
 }
 
-std::optional<std::string> ScriptCommands::askSearchText(const char* prompt, const char* inputTitle,
-                                                         const char* title, const char* key,
-                                                         bool quotedInScript) {
+std::optional<ScriptCommands::Search>
+ScriptCommands::beginSearch(const ScriptWindow& w, const char* prompt, const char* inputTitle,
+                            const char* title, const char* key, bool quotedInScript) {
     std::optional<std::string> answer =
         prompter().input(prompt, inputTitle, m_settings.GetIniValue(kApplication, key, ""));
     if (!answer) {
@@ -60,15 +60,17 @@ std::optional<std::string> ScriptCommands::askSearchText(const char* prompt, con
         return std::nullopt;
     }
     m_settings.write(kApplication, key, *answer);
-    return answer;
+    const ScriptPane& pane = w.rightClickedLast ? w.right : w.left;
+    if (std::string why = scriptRefusal(pane.fileListPath); !why.empty()) {
+        prompter().message("Cannot search " + pane.fileListPath + ": " + why, title,
+                           MessageIcon::Exclamation);
+        return std::nullopt;
+    }
+    return Search{*answer, &pane};
 }
 
 std::string ScriptCommands::editor() const {
     return scriptEditor(m_settings.GetIniValue(kApplication, "EDITOR", "Write.exe"));
-}
-
-const ScriptPane& ScriptCommands::searchedPane(const ScriptWindow& w) const {
-    return w.rightClickedLast ? w.right : w.left;
 }
 
 long ScriptCommands::run(const ScriptRun& run, const char* title) {
@@ -82,21 +84,16 @@ long ScriptCommands::run(const ScriptRun& run, const char* title) {
 
 long ScriptCommands::FindFile(const ScriptWindow& w) {
     const char* title = "Find File";
-    auto text = askSearchText("Enter File name / pattern to be scanned for", "File Search", title,
-                              "SEARCHFILE", false);
-    if (!text)
+    auto search = beginSearch(w, "Enter File name / pattern to be scanned for", "File Search",
+                              title, "SEARCHFILE", false);
+    if (!search)
         return 0;
-    const ScriptPane& pane = searchedPane(w);
-    if (std::string why = scriptRefusal(pane.fileListPath); !why.empty()) {
-        prompter().message("Cannot search " + pane.fileListPath + ": " + why, title,
-                           MessageIcon::Exclamation);
-        return 0;
-    }
+    const ScriptPane& pane = *search->pane;
     const std::string now = nowText();
     FindFileScript s{now,
                      pane.fileListPath,
                      pane.drive,
-                     *text,
+                     search->text,
                      dirSwitchString(switchesIn(m_settings, "DIRCONTROL")),
                      perWindowFileName(w.findFileCapture, w.tag),
                      editor()};
@@ -109,22 +106,17 @@ long ScriptCommands::FindFile(const ScriptWindow& w) {
 
 long ScriptCommands::FindTheText(const ScriptWindow& w) {
     const char* title = "Find Text";
-    auto text =
-        askSearchText("Enter text to be scanned for", "Text Search", title, "SEARCHTEXT", true);
-    if (!text)
+    auto search =
+        beginSearch(w, "Enter text to be scanned for", "Text Search", title, "SEARCHTEXT", true);
+    if (!search)
         return 0;
-    const ScriptPane& pane = searchedPane(w);
-    if (std::string why = scriptRefusal(pane.fileListPath); !why.empty()) {
-        prompter().message("Cannot search " + pane.fileListPath + ": " + why, title,
-                           MessageIcon::Exclamation);
-        return 0;
-    }
+    const ScriptPane& pane = *search->pane;
     const std::string now = nowText();
     FindTextScript s;
     s.now = now;
     s.directory = pane.fileListPath;
     s.drive = pane.drive;
-    s.searchText = *text;
+    s.searchText = search->text;
     s.switches = findstrSwitchString(switchesIn(m_settings, "FINDCONTROL"));
     s.pattern = m_settings.GetIniValue("LASTFILE" + w.tag, "FILEPATTERN", "*.*");
     s.breakout = w.breakout;

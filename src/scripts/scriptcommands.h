@@ -56,12 +56,16 @@ class ScriptCommands {
     long RunShell(const ScriptWindow& w);
 
   private:
-    // The search text from an input box, or nullopt after the refusal message.
-    std::optional<std::string> askSearchText(const char* prompt, const char* inputTitle,
-                                             const char* title, const char* key,
-                                             bool quotedInScript);
+    struct Search {
+        std::string text;
+        const ScriptPane* pane; // the pane clicked last, the left one when none was
+    };
+    // The search text from an input box, written back to its key, and the pane to
+    // search; nullopt after the message that says why not.
+    std::optional<Search> beginSearch(const ScriptWindow& w, const char* prompt,
+                                      const char* inputTitle, const char* title, const char* key,
+                                      bool quotedInScript);
     std::string editor() const;
-    const ScriptPane& searchedPane(const ScriptWindow& w) const;
     long run(const ScriptRun& run, const char* title);
 
     const Settings& m_settings;
