@@ -87,6 +87,7 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     for (Side side : {Side::Left, Side::Right})
         connectPane(side);
     connectCompareControls();
+    connectScriptControls();
     if (m_frame) {
         connect(findChild<QPushButton*>("ShowINIButton"), &QPushButton::clicked, this,
                 [this] { m_frame->ShowINI_Click(this); });
@@ -268,8 +269,7 @@ QWidget* Pairview::createCommandArea() {
     grid->setColumnStretch(10, 1);
     // Buttons whose commands are not part of this window yet stay visible but
     // cannot be pressed, rather than doing nothing.
-    for (const char* name : {"CopySelected", "FindFile", "FindText", "CreateXcopy", "RunShell",
-                             "AddFavorite"})
+    for (const char* name : {"CopySelected", "AddFavorite"})
         area->findChild<QPushButton*>(name)->setEnabled(false);
     return area;
 }

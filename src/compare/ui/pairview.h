@@ -96,6 +96,14 @@ public:
     // The task number of the last program this window started.
     long lastTask = 0;
 
+    // The search and script commands (pairviewscripts.cpp). The main window's
+    // menu items call them by name.
+    Q_INVOKABLE void FindFile_Click();
+    Q_INVOKABLE void FindTheText();
+    Q_INVOKABLE void FindText_Click();
+    Q_INVOKABLE void CreateXcopy_Click();
+    Q_INVOKABLE void RunShell_Click();
+
     // Ticks StopProcessing, so a running walk stops at its next level.
     void requestStop();
     // While a compare runs, the windows it writes to refuse to close: this asks
@@ -116,6 +124,7 @@ private:
     static int index(Side side) { return side == Side::Left ? 0 : 1; }
 
     void connectCompareControls();
+    void connectScriptControls();
     void createControls();
     void createPane(Side side);
     QWidget* createCommandArea();

@@ -1,9 +1,11 @@
 #include "app/ui/commandsfixture.h"
 #include "lists/launchrules.h"
+#include "scripts/scriptcommands.h"
 
 #include <QAction>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 
 #include <set>
 
@@ -66,6 +68,11 @@ const std::set<std::string> kCommandsFromOtherWindows{
     "mnu_helpAbout",
 };
 
+// What the search and script commands ask and answer when the walk cancels them.
+const std::set<std::string> kScriptCommandTexts{"Enter File name / pattern to be scanned for",
+                                                "Enter text to be scanned for",
+                                                pv::kCancelledByOperator, pv::kSelectFileToRun};
+
 class MenuWalk : public CommandsTest {
   protected:
     MenuWalk() : m_path("PATH", tools.str() + ":" + std::string(std::getenv("PATH"))) {
@@ -96,7 +103,8 @@ class MenuWalk : public CommandsTest {
                 const std::string& m = prompts.messages[i];
                 const bool explained = m.rfind(caption + "\r\n", 0) == 0 ||
                                        m == pv::kSelectFileLastClicked || m == pv::kNoIsqlEditor ||
-                                       m == pv::kNoAssociationText || m == pv::kExecutableWarning;
+                                       m == pv::kNoAssociationText || m == pv::kExecutableWarning ||
+                                       kScriptCommandTexts.count(m);
                 EXPECT_TRUE(explained) << pass << ": " << nameOf(a) << " showed: " << m;
             }
         }
@@ -146,4 +154,27 @@ TEST_F(MenuWalk, EveryItemRunsWithAndWithoutACompareWindow) {
     frame->action("Exit")->trigger();
     QApplication::processEvents();
     EXPECT_FALSE(frame->isVisible());
+}
+
+TEST_F(MenuWalk, ScriptItemsReachTheActiveCompareWindow) {
+    start();
+    struct Row {
+        const char* item;
+        const char* button;
+        std::vector<std::string> messages;
+    } rows[] = {
+        {"mnuFindFile",
+         "FindFile",
+         {"Enter File name / pattern to be scanned for", pv::kCancelledByOperator}},
+        {"mnuFindText", "FindText", {"Enter text to be scanned for", pv::kCancelledByOperator}},
+        {"mnuXcopy", "CreateXcopy", {}},
+        {"mnu_Edit_RunShell", "RunShell", {pv::kSelectFileToRun}},
+    };
+    for (const Row& r : rows) {
+        prompts.messages.clear();
+        frame->action(r.item)->trigger();
+        EXPECT_EQ(prompts.messages, r.messages) << r.item;
+        EXPECT_TRUE(window->findChild<QPushButton*>(r.button)->isEnabled()) << r.button;
+    }
+    EXPECT_TRUE(std::filesystem::exists(home / "Xcopy_FILE.CMD"));
 }
