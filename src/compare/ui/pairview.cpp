@@ -88,7 +88,7 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
         connectPane(side);
     connectCompareControls();
     if (m_frame) {
-        connect(findChild<QPushButton*>("ShowINIButton"), &QPushButton::clicked, this,
+        connect(findChild<QPushButton*>("ShowINI"), &QPushButton::clicked, this,
                 [this] { m_frame->ShowINI_Click(this); });
         connect(findChild<QPushButton*>("OpenByAssociation"), &QPushButton::clicked, this,
                 [this] { m_frame->OpenByAssociation_Click(this); });
@@ -253,7 +253,7 @@ QWidget* Pairview::createCommandArea() {
          button(area, "RunShell", "Run Shell", "Use the shell command to run the selected file."),
          button(area, "AddFavorite", "AddFavorite",
                 "Add the Parent of the currently selected directory"),
-         button(area, "ShowINIButton", "Show INI", "Show the product configuration file"),
+         button(area, "ShowINI", "Show INI", "Show the product configuration file"),
          button(area, "OpenByAssociation", "Open by association",
                 "Open the selected file with it's operating system associated program")}};
     for (int r = 0; r < 2; ++r)
