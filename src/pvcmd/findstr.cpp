@@ -1,5 +1,6 @@
 // findstr: searches files for lines holding one of several strings.
 
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/findstrmatcher.h"
 #include "pvcmd/findstrsearch.h"
@@ -357,6 +358,10 @@ int badCommandLine(ToolIo& io) {
 } // namespace
 
 int findstrMain(const ToolArgs& args, ToolIo& io) {
+    if (asksForHelp(args)) {
+        io.out << kFindstrHelp;
+        return 0;
+    }
     FindstrOptions o;
     if (!parseArguments(args, o))
         return badCommandLine(io);

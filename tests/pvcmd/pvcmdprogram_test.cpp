@@ -5,6 +5,7 @@
 #include "pvcmdtestutil.h"
 
 #include "platform/process.h"
+#include "platform/pvversion.h"
 #include "pvcmd/tool.h"
 
 #include <gtest/gtest.h>
@@ -153,6 +154,9 @@ TEST(PvcmdProgram, ToolsAndUsageFromTheShell) {
     const Row rows[] = {
         {"Help", {"--help"}, 0, "pvcmd SCRIPT.cmd", ""},
         {"ToolHelp", {"fc", "/?"}, 0, "/LBn", ""},
+        {"FindstrHelp", {"findstr", "/?"}, 0, "/C:string", ""},
+        {"XcopyHelp", {"XCOPY", "/?"}, 0, "/EXCLUDE:", ""},
+        {"Version", {"--version"}, 0, "pvcmd " PAIRVIEW_VERSION "\n", ""},
         {"ToolByUpperCaseExeName", {"FC.EXE", a, a}, 0, "no differences", ""},
         {"Different", {"fc", a, b}, 1, "***** " + b, ""},
         {"MissingFile", {"fc", a, dir / "none.txt"}, 2, "FC: cannot open", ""},
@@ -167,6 +171,14 @@ TEST(PvcmdProgram, ToolsAndUsageFromTheShell) {
         EXPECT_NE(run.out.find(row.outContains), std::string::npos) << row.name << ": " << run.out;
         EXPECT_NE(run.err.find(row.errContains), std::string::npos) << row.name << ": " << run.err;
     }
+}
+
+TEST(PvcmdProgram, HelpNamesEveryToolAndCommand) {
+    pvtest::TempDir dir;
+    const std::string help = runPvcmd(dir, {"--help"}).out;
+    for (const char* word : {"fc", "findstr", "dir", "xcopy", "rem", "echo", "cd", "pushd", "popd",
+                             "set", "shift", "start", "exit", "pause"})
+        EXPECT_NE(help.find("\n  " + std::string(word) + " "), std::string::npos) << word;
 }
 
 TEST(PvcmdProgram, UnknownCommandGivesShellNotFoundStatus) {
