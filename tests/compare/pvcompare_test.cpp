@@ -122,6 +122,14 @@ TEST_F(PvCompare, SubDirectoriesPatternAndAppend) {
     EXPECT_EQ(pvtest::readFile(home / "Pairview.txt"), "kept\r\n");
     tree.mkdir("l/extra");
     EXPECT_EQ(pvcompare(home.str(), "-s -p '*.TXT' --no-date " + dirs).status, 1);
+    std::filesystem::remove(tree / "l/extra");
+    tree.mkdir("r/sub/new");
+    r = pvcompare(home.str(), "-s -p '*.TXT' --no-date " + dirs);
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.out.find("Unmatched sub directory : '" + (tree / "r/sub/new") +
+                         "' exists only in directory 2\nend of subdirectory compare"),
+              std::string::npos)
+        << r.out;
 }
 
 // Without -ini, a changed time or length tells the trees apart; with -ini the file
