@@ -4,6 +4,7 @@
 #include "app/errorpolicy.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
+#include "app/settingsseed.h"
 #include "app/ui/formregistry.h"
 #include "app/ui/mdiform1.h"
 #include "compare/filelisting.h"
@@ -75,14 +76,14 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     FormRegistry::setTag(this, QString());
     setWindowTitle("Directory Comparisons");
     createControls();
-    // The lists open on the current directory (the program directory at start),
-    // as list controls do before any setting is applied.
-    std::string cwd = QDir::currentPath().toStdString();
+    // The lists open on the user's home directory until the settings name another:
+    // a first start shows the user's files, not the program's working files.
+    std::string home = QDir::homePath().toStdString();
     for (Side side : {Side::Left, Side::Right}) {
         Pane& p = m_panes[index(side)];
-        skipOnError([&] { p.drive->setDrive(driveOfPath(cwd, mountedDrives())); });
-        skipOnError([&] { p.dir->setPath(cwd); });
-        skipOnError([&] { p.files->setPath(cwd); });
+        skipOnError([&] { p.drive->setDrive(driveOfPath(home, mountedDrives())); });
+        skipOnError([&] { p.dir->setPath(home); });
+        skipOnError([&] { p.files->setPath(home); });
     }
     for (Side side : {Side::Left, Side::Right})
         connectPane(side);
@@ -424,6 +425,7 @@ void Pairview::Form_Load() {
     if (m_frame)
         if (auto path = settingsPathFromCommandLine(joinArguments(m_frame->arguments())))
             globals().paths.settingsPath = *path;
+    skipOnError([] { seedNewSettingsFile(programSettings()); });
     LoadINISettings();
     if (auto* copyList = findChild<QListWidget*>("CopyList"))
         copyList->setCurrentRow(0);
