@@ -312,9 +312,9 @@ bool Pairview::eventFilter(QObject* watched, QEvent* event) {
         else if (watched == m_editorList)
             EditorList_Change();
         else if (watched == m_panes[0].network)
-            NetworkDrive_Change(Side::Left);
+            NetworkDrive_LostFocus(Side::Left);
         else if (watched == m_panes[1].network)
-            NetworkDrive_Change(Side::Right);
+            NetworkDrive_LostFocus(Side::Right);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -390,11 +390,23 @@ void Pairview::NetworkDrive_Change(Side side) {
     if (combo->currentIndex() < 0 || combo->currentText() != combo->itemText(combo->currentIndex()))
         return; // typed text that names no list entry
     std::string item = combo->itemText(combo->currentIndex()).toStdString();
+    m_networkFailed[index(side)].clear();
     try {
         dir(side)->setPath(item);
     } catch (const std::exception& e) {
+        m_networkFailed[index(side)] = item;
         prompter().message(item + " \r\n" + errorDescription(e));
     }
+}
+
+void Pairview::NetworkDrive_LostFocus(Side side) {
+    // The box loses the focus to the message about the path it just failed on:
+    // that path is not tried, and reported, a second time.
+    QComboBox* combo = networkDrive(side);
+    if (!m_networkFailed[index(side)].empty() &&
+        combo->currentText().toStdString() == m_networkFailed[index(side)])
+        return;
+    NetworkDrive_Change(side);
 }
 
 void Pairview::FilePatternCombo_Change() {

@@ -268,6 +268,23 @@ TEST_F(PairviewTest, NetworkPathsMoveThePaneOnlyWhenChosen) {
     EXPECT_TRUE(prompts.messages.empty());
 }
 
+// A missing path typed into the network box is reported once, though the box
+// loses the focus to the message; the pane stays where it was.
+TEST_F(PairviewTest, MissingNetworkPathIsReportedOnce) {
+    start();
+    window->dir(Side::Left)->setPath(left);
+    QComboBox* network = window->networkDrive(Side::Left);
+    network->clearEditText();
+    QTest::keyClicks(network, QString::fromStdString(home / "gone"));
+    QTest::keyClick(network, Qt::Key_Return);
+    QFocusEvent leave(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(network, &leave);
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0].rfind(home / "gone" + " \r\n", 0), 0u);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), left);
+}
+
 // The drive list is read again when it drops down: a drive mounted after start can
 // be chosen, and the pane's own drive stays listed after it is unmounted.
 TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
