@@ -80,7 +80,8 @@ StartRequest startRequest(const std::vector<std::string>& args) {
         if (a == "--help")
             return {StartRequest::Kind::Help, kHelp};
         if (a == "--version")
-            return {StartRequest::Kind::Version, std::string("pairview ") + PAIRVIEW_VERSION + "\n"};
+            return {StartRequest::Kind::Version,
+                    std::string("pairview ") + PAIRVIEW_VERSION + "\n"};
         if (a.rfind("--", 0) == 0)
             return {StartRequest::Kind::Error,
                     "pairview: unknown option " + a + " (see pairview --help)\n"};

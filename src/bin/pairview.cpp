@@ -12,12 +12,18 @@
 
 int main(int argc, char** argv) {
     // The options that print and end are answered before a display is needed.
-    const pv::StartRequest request = pv::startRequest(std::vector<std::string>(argv + 1, argv + argc));
+    const pv::StartRequest request =
+        pv::startRequest(std::vector<std::string>(argv + 1, argv + argc));
     switch (request.kind) {
     case pv::StartRequest::Kind::Help:
-    case pv::StartRequest::Kind::Version: std::fputs(request.text.c_str(), stdout); return 0;
-    case pv::StartRequest::Kind::Error: std::fputs(request.text.c_str(), stderr); return 2;
-    case pv::StartRequest::Kind::Run: break;
+    case pv::StartRequest::Kind::Version:
+        std::fputs(request.text.c_str(), stdout);
+        return 0;
+    case pv::StartRequest::Kind::Error:
+        std::fputs(request.text.c_str(), stderr);
+        return 2;
+    case pv::StartRequest::Kind::Run:
+        break;
     }
     QApplication app(argc, argv);
     QApplication::setApplicationName("Pairview");

@@ -88,10 +88,9 @@ TEST(SubDirectoryWalk, RightOnlyDirectoriesAreListedOnceAfterTheWalk) {
     t.rightDirs = {"/bak", "/bak/x", "/bak/new", "/bak/new/deep", "/bak/x/extra"};
     t.run("/src", "/bak");
     EXPECT_EQ(t.compared, (std::vector<std::string>{"/src | /bak", "/src/x | /bak/x"}));
-    EXPECT_EQ(t.lines,
-              (std::vector<std::string>{
-                  "Unmatched sub directory : '/bak/new' exists only in directory 2",
-                  "Unmatched sub directory : '/bak/x/extra' exists only in directory 2"}));
+    EXPECT_EQ(t.lines, (std::vector<std::string>{
+                           "Unmatched sub directory : '/bak/new' exists only in directory 2",
+                           "Unmatched sub directory : '/bak/x/extra' exists only in directory 2"}));
 }
 
 // An unreadable directory on either side is reported with its reason, and its
@@ -104,9 +103,9 @@ TEST(SubDirectoryWalk, UnreadableDirectoriesAreReportedAndTheirPairsSkipped) {
     t.unreadable = {"/src/a", "/bak/b"};
     t.run("/src", "/bak");
     EXPECT_EQ(t.compared, (std::vector<std::string>{"/src | /bak", "/src/c | /bak/c"}));
-    EXPECT_EQ(t.lines, (std::vector<std::string>{
-                           "Unreadable sub directory : '/src/a' Permission denied",
-                           "Unreadable sub directory : '/bak/b' Permission denied"}));
+    EXPECT_EQ(t.lines,
+              (std::vector<std::string>{"Unreadable sub directory : '/src/a' Permission denied",
+                                        "Unreadable sub directory : '/bak/b' Permission denied"}));
 }
 
 // Links back up the tree would make the walk endless (two per level: 2^23 pairs).
@@ -143,11 +142,11 @@ TEST(SubDirectoryWalk, LinksToDirectoriesWalkedBeforeAreNotEnteredAgain) {
     SubDirectoryWalk(h).run(l, tree / "r");
     EXPECT_EQ(compared, (std::vector<std::string>{l, l + "/a"}));
     EXPECT_EQ(lines, std::vector<std::string>{});
-    EXPECT_EQ(notes, (std::vector<std::string>{
-                         "Sub directory loop : '" + l + "/a/self' leads to '" + l +
-                             "/a', not entered",
-                         "Sub directory loop : '" + l + "/a/up' leads to '" + l + "', not entered",
-                         "Sub directory loop : '" + l + "/b' leads to '" + l + "/a', not entered"}));
+    EXPECT_EQ(notes,
+              (std::vector<std::string>{
+                  "Sub directory loop : '" + l + "/a/self' leads to '" + l + "/a', not entered",
+                  "Sub directory loop : '" + l + "/a/up' leads to '" + l + "', not entered",
+                  "Sub directory loop : '" + l + "/b' leads to '" + l + "/a', not entered"}));
 }
 
 TEST(SubDirectoryWalk, TwentyFourLevelsAreComparedAndDeeperOnesReported) {

@@ -1,8 +1,8 @@
 // The pvcmd program end to end: scripts as Pairview writes them, started the way
 // Pairview starts them, and the tools run directly from a shell.
 
-#include "support/envguard.h"
 #include "pvcmdtestutil.h"
+#include "support/envguard.h"
 
 #include "platform/process.h"
 #include "platform/pvversion.h"
@@ -45,7 +45,6 @@ ProgramRun runPvcmd(const pvtest::TempDir& dir, const std::vector<std::string>& 
     run.err = readFile(errPath);
     return run;
 }
-
 
 TEST(PvcmdProgram, CompareScriptRunsEndToEnd) {
     pvtest::TempDir dir;
@@ -132,8 +131,8 @@ TEST(PvcmdProgram, ShippedSingleCompareScriptPassesEverySwitch) {
     EnvGuard editorVar("PAIRVIEW_EDITOR", pv::quoteArgument(editor));
     // The last switch, /w, is the eleventh argument: only with it (and /c) do the
     // files compare equal.
-    ProgramRun run = runPvcmd(
-        dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/t", "/w"});
+    ProgramRun run =
+        runPvcmd(dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/t", "/w"});
     EXPECT_EQ(run.rc, 0) << run.err;
     EXPECT_EQ(readFile(result),
               crlf("Comparing files " + a + " and " + b + "\nFC: no differences encountered\n\n"));

@@ -8,8 +8,8 @@
 #include "platform/runtimeerror.h"
 #include "settings/settings.h"
 #include "support/envguard.h"
-#include "support/recordingprompter.h"
 #include "support/qt/runningprogram.h"
+#include "support/recordingprompter.h"
 #include "support/temptree.h"
 
 #include <QAction>
@@ -25,15 +25,15 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <filesystem>
+#include <memory>
 
 using pv::Side;
 
 namespace {
 
 class PairviewTest : public pvtest::TwoTreesTest {
-protected:
+  protected:
     std::vector<std::string> names(Side side) const { return window->files(side)->names(); }
 };
 
@@ -105,10 +105,11 @@ TEST_F(PairviewTest, VanishedDriveAndDirectoryFallBackToRootWithOneMessageEach) 
     s.write("LASTFILE", "DIRTWO", home / "moved-away");
     start();
     ASSERT_EQ(prompts.messages.size(), 2u);
-    EXPECT_EQ(prompts.messages[0].rfind("SetDrive:Error The Drive 1 set was invalid. Setting to /\r\n"
-                                        "This is sometimes due to changing network configurations. ",
-                                        0),
-              0u);
+    EXPECT_EQ(
+        prompts.messages[0].rfind("SetDrive:Error The Drive 1 set was invalid. Setting to /\r\n"
+                                  "This is sometimes due to changing network configurations. ",
+                                  0),
+        0u);
     EXPECT_EQ(prompts.messages[1].rfind("Directory:Error The Directory 2 set was invalid. Setting "
                                         "to /\r\nThis is sometimes due to changing network "
                                         "configurations or moving a folder. ",
