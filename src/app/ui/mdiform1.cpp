@@ -26,7 +26,7 @@ MDIForm1* g_mainWindow = nullptr;
 
 // The switch items' checked state as the menu holds it.
 class MenuSwitchStates : public SwitchStates {
-  public:
+public:
     explicit MenuSwitchStates(const MDIForm1& frame) : m_frame(frame) {}
     bool isChecked(std::string_view name) const override {
         QAction* a = m_frame.action(QString::fromUtf8(name.data(), qsizetype(name.size())));
@@ -37,14 +37,14 @@ class MenuSwitchStates : public SwitchStates {
             a->setChecked(checked);
     }
 
-  private:
+private:
     const MDIForm1& m_frame;
 };
 
 // A menu item that can tell whether a command listens to it. Every menu it is
 // added to listens to it as well, so a command is a listener beyond those.
 class MenuItem : public QAction {
-  public:
+public:
     MenuItem(const QString& caption, QObject* parent) : QAction(caption, parent) {}
     bool hasCommand() const {
         qsizetype menus = 0;
@@ -57,9 +57,7 @@ class MenuItem : public QAction {
 
 } // namespace
 
-MDIForm1* mainWindow() {
-    return g_mainWindow;
-}
+MDIForm1* mainWindow() { return g_mainWindow; }
 
 MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     : QMainWindow(parent), m_arguments(std::move(arguments)) {
@@ -234,9 +232,7 @@ void MDIForm1::createSwitchMenus(QMenu* options) {
     for (const SwitchItem& item : switchItems()) {
         std::string_view section = item.section;
         std::string_view name = item.menuName;
-        QMenu* target = section == "COMPARECONTROL" ? compare
-                        : section == "FINDCONTROL"  ? find
-                                                    : dir;
+        QMenu* target = section == "COMPARECONTROL" ? compare : section == "FINDCONTROL" ? find : dir;
         if (target == dir)
             for (Group& g : groups)
                 if (name.substr(0, std::string_view(g.prefix).size()) == g.prefix) {
@@ -304,9 +300,7 @@ void MDIForm1::closeAllForms() {
             FormRegistry::unload(f);
 }
 
-void MDIForm1::MDIForm_Unload() {
-    closeThisForm("frmAbout");
-}
+void MDIForm1::MDIForm_Unload() { closeThisForm("frmAbout"); }
 
 void MDIForm1::Exit_Click() {
     closeThisForm("frmAbout");

@@ -19,7 +19,7 @@ class Pairview;
 
 class MDIForm1 : public QMainWindow {
     Q_OBJECT
-  public:
+public:
     // `arguments` are the program's command-line words without its name.
     explicit MDIForm1(std::vector<std::string> arguments = {}, QWidget* parent = nullptr);
     ~MDIForm1() override;
@@ -75,10 +75,10 @@ class MDIForm1 : public QMainWindow {
     void Exit_Click();
     void Close_Click();
 
-  protected:
+protected:
     void closeEvent(QCloseEvent* event) override;
 
-  private:
+private:
     void createMenus();
     QAction* addItem(QMenu* menu, const char* name, const char* caption);
     QMenu* addSubmenu(QMenu* parent, const char* name, const char* caption);

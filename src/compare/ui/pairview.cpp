@@ -96,13 +96,9 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     }
 }
 
-QString Pairview::tag() const {
-    return FormRegistry::tagOf(this);
-}
+QString Pairview::tag() const { return FormRegistry::tagOf(this); }
 
-std::string Pairview::section() const {
-    return "LASTFILE" + tag().trimmed().toStdString();
-}
+std::string Pairview::section() const { return "LASTFILE" + tag().trimmed().toStdString(); }
 
 void Pairview::writeSetting(const char* key, const std::string& value) const {
     programSettings().write(section(), key, value);
@@ -136,8 +132,8 @@ void Pairview::createControls() {
     m_filePatternCombo->setObjectName("FilePatternCombo");
     m_filePatternCombo->setEditable(true);
     m_filePatternCombo->setToolTip("File pattern filer list ");
-    m_filePatternCombo->addItems(
-        {"*.*", "*.asp", "*.cls", "*.dll", "*.frm", "*.inc", "*.ini", "*.ini", "*.txt"});
+    m_filePatternCombo->addItems({"*.*", "*.asp", "*.cls", "*.dll", "*.frm", "*.inc", "*.ini",
+                                  "*.ini", "*.txt"});
     m_filePatternCombo->setEditText("----");
     m_editorList = new QComboBox(this);
     m_editorList->setObjectName("EditorList");
@@ -200,8 +196,8 @@ QWidget* Pairview::createCommandArea() {
     auto* grid = new QGridLayout(area);
     grid->setContentsMargins(0, 0, 0, 0);
 
-    auto* compare =
-        button(area, "Compare_Button", "Compare", "Compare the selected directories (see options)");
+    auto* compare = button(area, "Compare_Button", "Compare",
+                           "Compare the selected directories (see options)");
     auto* single = button(area, "CompareSingle", "Compare Single", "Compare selected files only");
     auto* output = new QGroupBox("Output Options", area);
     output->setObjectName("OutputOptions");
@@ -273,8 +269,8 @@ QWidget* Pairview::createCommandArea() {
     grid->setColumnStretch(10, 1);
     // Buttons whose commands are not part of this window yet stay visible but
     // cannot be pressed, rather than doing nothing.
-    for (const char* name :
-         {"CopySelected", "FindFile", "FindText", "CreateXcopy", "RunShell", "AddFavorite"})
+    for (const char* name : {"CopySelected", "FindFile", "FindText", "CreateXcopy", "RunShell",
+                             "AddFavorite"})
         area->findChild<QPushButton*>(name)->setEnabled(false);
     return area;
 }
@@ -351,9 +347,7 @@ void Pairview::Dir_Change(Side side) {
     writeSetting(kSides[index(side)].dirKey, p.dir->path());
 }
 
-void Pairview::Dir_Click(Side side) {
-    globals().setClicked(kSides[index(side)].dirClicked);
-}
+void Pairview::Dir_Click(Side side) { globals().setClicked(kSides[index(side)].dirClicked); }
 
 void Pairview::Dir_KeyPress(Side side) {
     Pane& p = m_panes[index(side)];
@@ -471,8 +465,6 @@ void Pairview::closeEvent(QCloseEvent* event) {
     QWidget::closeEvent(event);
 }
 
-void Pairview::Form_Activate() {
-    globals().activeCompareTag = tag().trimmed().toStdString();
-}
+void Pairview::Form_Activate() { globals().activeCompareTag = tag().trimmed().toStdString(); }
 
 } // namespace pv

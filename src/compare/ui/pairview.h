@@ -29,7 +29,7 @@ enum class Side { Left = 0, Right = 1 };
 
 class Pairview : public QWidget {
     Q_OBJECT
-  public:
+public:
     explicit Pairview(MDIForm1* frame, QWidget* parent = nullptr);
     ~Pairview() override;
 
@@ -103,11 +103,11 @@ class Pairview : public QWidget {
     // every compare window to stop and returns true; false when none runs.
     static bool stopInsteadOfClosing();
 
-  protected:
+protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
-  private:
+private:
     struct Pane {
         DriveListBox* drive = nullptr;
         DirListBox* dir = nullptr;

@@ -1,6 +1,7 @@
 // Loading the settings file into a compare window and into the main window's menus.
 
 #include "app/errorpolicy.h"
+#include "platform/textutil.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
 #include "app/ui/mdiform1.h"
@@ -8,7 +9,6 @@
 #include "compare/ui/drivelistbox.h"
 #include "compare/ui/pairview.h"
 #include "platform/prompter.h"
-#include "platform/textutil.h"
 #include "settings/itemlist.h"
 
 #include <QAction>
@@ -22,10 +22,8 @@ namespace {
 
 // The order in which the switch keys are loaded; the fc boxes follow "FC_W".
 const char* const kCompareKeys[] = {"LIST_DateTime", "LIST_Length", "CMPR_SUB_DIRECTORIES",
-                                    "FC_A",          "FC_B",        "FC_C",
-                                    "FC_L",          "FC_N",        "FC_T",
-                                    "FC_U",          "FC_W"};
-const char* const kFindKeys[] = {"B", "E", "L", "R", "S", "I",       "X",
+                                    "FC_A", "FC_B", "FC_C", "FC_L", "FC_N", "FC_T", "FC_U", "FC_W"};
+const char* const kFindKeys[] = {"B", "E", "L", "R", "S", "I", "X",
                                  "V", "N", "M", "O", "P", "OFFLINE", "FILETYPEBREAKOUT"};
 
 const SwitchItem* switchOf(std::string_view section, std::string_view key) {
@@ -255,8 +253,7 @@ void Pairview::LoadINISettings() {
             const SwitchItem* item = switchOf(sectionName, key);
             if (!item)
                 throw std::runtime_error("unknown switch");
-            menuItem(item->menuName)
-                ->setChecked(IniBool(settings.GetIniValue(sectionName, key, "False")));
+            menuItem(item->menuName)->setChecked(IniBool(settings.GetIniValue(sectionName, key, "False")));
         });
     };
     for (const char* key : kCompareKeys)
@@ -278,8 +275,9 @@ void Pairview::LoadINISettings() {
     // 19. Query connections.
     step([&] {
         int selected = 1;
-        skipOnError(
-            [&] { selected = std::stoi(settings.GetIniValue("ISQL", "SelectedItem", "1")); });
+        skipOnError([&] {
+            selected = std::stoi(settings.GetIniValue("ISQL", "SelectedItem", "1"));
+        });
         auto items = scanItems(settings, "ISQL", 0, 20);
         for (int i = 0; i <= 20; ++i)
             skipOnError([&] {
