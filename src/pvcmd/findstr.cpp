@@ -1,10 +1,10 @@
 // findstr: searches files for lines holding one of several strings.
 
-#include "pvcmd/toolhelp.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/findstrmatcher.h"
 #include "pvcmd/findstrsearch.h"
 #include "pvcmd/tool.h"
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
 

@@ -1,9 +1,9 @@
 // xcopy: copies files and directory trees.
 
-#include "pvcmd/toolhelp.h"
 #include "pvcmd/filecopy.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
 
