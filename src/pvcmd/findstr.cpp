@@ -4,6 +4,7 @@
 #include "pvcmd/findstrmatcher.h"
 #include "pvcmd/findstrsearch.h"
 #include "pvcmd/tool.h"
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
 
@@ -357,6 +358,10 @@ int badCommandLine(ToolIo& io) {
 } // namespace
 
 int findstrMain(const ToolArgs& args, ToolIo& io) {
+    if (asksForHelp(args)) {
+        io.out << kFindstrHelp;
+        return 0;
+    }
     FindstrOptions o;
     if (!parseArguments(args, o))
         return badCommandLine(io);

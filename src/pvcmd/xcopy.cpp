@@ -3,6 +3,7 @@
 #include "pvcmd/filecopy.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
 
@@ -497,6 +498,10 @@ class XcopyRun {
 } // namespace
 
 int xcopyMain(const ToolArgs& args, ToolIo& io) {
+    if (asksForHelp(args)) {
+        io.out << kXcopyHelp;
+        return 0;
+    }
     XcopyOptions o;
     for (const std::string& arg : args) {
         if (startsWithIgnoreCase(arg, "/exclude:")) {

@@ -57,6 +57,7 @@ public:
     void FileList_Click(Side side);
     void FileList_DblClick(Side side);
     void NetworkDrive_Change(Side side);
+    void NetworkDrive_LostFocus(Side side);
     void FilePatternCombo_Change();
     void EditorList_Change();
 
@@ -139,6 +140,8 @@ private:
     QStatusBar* m_statusBar = nullptr;
     std::array<QLabel*, 6> m_statusPanels{};
     std::unique_ptr<PairviewCompare> m_compare;
+    // Per side, the network path that last failed to open ("" after a success).
+    std::array<std::string, 2> m_networkFailed;
 };
 
 } // namespace pv
