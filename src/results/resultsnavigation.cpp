@@ -1,23 +1,13 @@
 #include "results/resultsnavigation.h"
+#include "platform/textutil.h"
 
 #include <cstdio>
 
 namespace pv {
 
-namespace {
-
-std::string_view trimmed(std::string_view s) {
-    size_t b = s.find_first_not_of(' ');
-    if (b == std::string_view::npos)
-        return {};
-    return s.substr(b, s.find_last_not_of(' ') - b + 1);
-}
-
-} // namespace
-
 std::string fileNameOfLine(std::string_view line) {
     size_t p = line.find_last_of(' ');
-    return std::string(trimmed(p == std::string_view::npos ? line : line.substr(p + 1)));
+    return std::string(trimBlanks(p == std::string_view::npos ? line : line.substr(p + 1)));
 }
 
 bool lineNamesPair(std::string_view line) {
@@ -36,14 +26,14 @@ LineDirectories directoriesOfLine(const std::vector<std::string>& lines, long in
         if (!have1) {
             size_t p = line.find(k1);
             if (p != std::string_view::npos) {
-                d.dir1 = trimmed(line.substr(p + k1.size()));
+                d.dir1 = trimBlanks(line.substr(p + k1.size()));
                 have1 = true;
             }
         }
         if (!have2) {
             size_t p = line.find(k2);
             if (p != std::string_view::npos) {
-                d.dir2 = trimmed(line.substr(p + k2.size()));
+                d.dir2 = trimBlanks(line.substr(p + k2.size()));
                 have2 = true;
             }
         }
