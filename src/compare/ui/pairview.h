@@ -58,6 +58,7 @@ public:
     void FileList_Click(Side side);
     void FileList_DblClick(Side side);
     void NetworkDrive_Change(Side side);
+    void NetworkDrive_LostFocus(Side side);
     void FilePatternCombo_Change();
     void EditorList_Change();
 
@@ -110,6 +111,13 @@ public:
     void goToFavorite(Side side, const std::string& favorite);
     // Both network-path boxes hold exactly `paths`.
     void fillNetworkDrives(const std::vector<std::string>& paths);
+    // The search and script commands (pairviewscripts.cpp). The main window's
+    // menu items call them by name.
+    Q_INVOKABLE void FindFile_Click();
+    Q_INVOKABLE void FindTheText();
+    Q_INVOKABLE void FindText_Click();
+    Q_INVOKABLE void CreateXcopy_Click();
+    Q_INVOKABLE void RunShell_Click();
 
     // Ticks StopProcessing, so a running walk stops at its next level.
     void requestStop();
@@ -132,6 +140,7 @@ private:
 
     void connectCompareControls();
     void connectListControls();
+    void connectScriptControls();
     void createControls();
     void createPane(Side side);
     QWidget* createCommandArea();
@@ -146,6 +155,8 @@ private:
     QStatusBar* m_statusBar = nullptr;
     std::array<QLabel*, 6> m_statusPanels{};
     std::unique_ptr<PairviewCompare> m_compare;
+    // Per side, the network path that last failed to open ("" after a success).
+    std::array<std::string, 2> m_networkFailed;
 };
 
 } // namespace pv
