@@ -1,5 +1,6 @@
 #include "sidebyside/intralinediff.h"
 
+#include <cstdint>
 #include <string>
 
 namespace pv {
@@ -27,9 +28,10 @@ size_t charLength(std::string_view s, size_t i) {
     return n;
 }
 
+// A character compares as its bytes packed into one number (at most four).
 struct Tokens {
-    std::string records;         // one key per line, each ended by "\n"
-    std::vector<ByteSpan> spans; // where each record's text stands in the line
+    std::vector<std::uint32_t> ids;
+    std::vector<ByteSpan> spans; // where each character stands in the line
 };
 
 Tokens tokenize(std::string_view line, const DiffOptions& options) {
@@ -47,13 +49,15 @@ Tokens tokenize(std::string_view line, const DiffOptions& options) {
         if (options.compressWhite && isBlank(line[i])) {
             while (i + n < end && isBlank(line[i + n]))
                 ++n;
-            t.records += ' ';
+            t.ids.push_back(' ');
         } else if (options.ignoreCase && line[i] >= 'a' && line[i] <= 'z') {
-            t.records += static_cast<char>(line[i] - 'a' + 'A');
+            t.ids.push_back(std::uint32_t(line[i] - 'a' + 'A'));
         } else {
-            t.records.append(line.substr(i, n));
+            std::uint32_t id = 0;
+            for (size_t k = 0; k < n; ++k)
+                id = id << 8 | static_cast<unsigned char>(line[i + k]);
+            t.ids.push_back(id);
         }
-        t.records += '\n';
         t.spans.push_back({i, i + n});
         i += n;
     }
@@ -74,13 +78,10 @@ IntraLineSpans intraLineSpans(std::string_view left, std::string_view right,
     const Tokens a = tokenize(left, options);
     const Tokens b = tokenize(right, options);
     IntraLineSpans out;
-    // Characters repeat too much for patience to anchor on; the minimal edit is
-    // cheap for lines of ordinary length and the heuristics keep long ones quick.
-    constexpr size_t kMinimalUpTo = 4000;
-    const DiffAlgorithm algorithm = a.spans.size() + b.spans.size() <= kMinimalUpTo
-                                        ? DiffAlgorithm::Minimal
-                                        : DiffAlgorithm::Myers;
-    for (const DiffHunk& h : diffLines(a.records, b.records, algorithm)) {
+    // Plenty for any line a person reads; a huge, wholly different line is
+    // marked from its first to its last differing character instead.
+    constexpr std::uint64_t kBudget = 20'000'000;
+    for (const DiffHunk& h : diffSequences(a.ids, b.ids, kBudget).hunks) {
         for (size_t k = 0; k < h.leftCount; ++k)
             addSpan(out.left, a.spans[h.leftStart + k]);
         for (size_t k = 0; k < h.rightCount; ++k)

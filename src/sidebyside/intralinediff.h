@@ -1,7 +1,6 @@
 #pragma once
 // Which characters of a changed pair of lines differ: a character diff of the
-// two lines (by git's diff engine, one character per record, as git's own word
-// diff feeds words to it), under the same switches as the lines.
+// two lines, under the same switches as the lines.
 
 #include "sidebyside/linediff.h"
 

@@ -3,6 +3,8 @@
 #include "sidebyside/sidetext.h"
 
 #include <algorithm>
+#include <deque>
+#include <functional>
 
 namespace pv {
 
@@ -12,32 +14,59 @@ bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-bool keyDiffersFromLine(std::string_view line, const DiffOptions& options) {
-    if (options.ignoreCase || options.compressWhite)
-        return true;
-    return options.expandTabs && line.find('\t') != std::string_view::npos;
-}
-
-// The whole text as compare keys, one per line, or the text itself when no
-// line's key differs from the line.
-std::string keyBuffer(const SideText& text, const DiffOptions& options, bool& rebuilt) {
-    rebuilt = false;
-    const bool anyKey = options.ignoreCase || options.compressWhite ||
-                        (options.expandTabs && text.buffer().find('\t') != std::string::npos);
-    if (!anyKey)
-        return {};
-    rebuilt = true;
-    std::string keys;
-    keys.reserve(text.buffer().size());
-    for (size_t i = 0; i < text.lineCount(); ++i) {
-        const std::string_view line = text.line(i);
-        if (keyDiffersFromLine(line, options))
-            keys += compareKey(line, options);
-        else
-            keys += line;
-        keys += '\n';
+// Numbers lines so that equal lines get equal ids. Open addressing over one
+// flat table: a node-based map spends most of the alignment's time allocating.
+class LineIds {
+  public:
+    explicit LineIds(size_t expected) {
+        size_t size = 64;
+        while (size < expected * 2)
+            size <<= 1;
+        m_slots.assign(size, 0);
+        m_mask = size - 1;
+        m_keys.reserve(expected);
+        m_hashes.reserve(expected);
     }
-    return keys;
+
+    std::uint32_t idOf(std::string_view line) {
+        const size_t hash = std::hash<std::string_view>{}(line);
+        for (size_t i = hash & m_mask;; i = (i + 1) & m_mask) {
+            const std::uint32_t slot = m_slots[i];
+            if (slot == 0) {
+                m_keys.push_back(line);
+                m_hashes.push_back(hash);
+                m_slots[i] = std::uint32_t(m_keys.size());
+                return std::uint32_t(m_keys.size()) - 1;
+            }
+            if (m_hashes[slot - 1] == hash && m_keys[slot - 1] == line)
+                return slot - 1;
+        }
+    }
+
+  private:
+    std::vector<std::uint32_t> m_slots; // id + 1, 0 for an empty slot
+    size_t m_mask = 0;
+    std::vector<std::string_view> m_keys;
+    std::vector<size_t> m_hashes;
+};
+
+// The lines as ids. The keys that differ from their lines are kept in `keys`
+// (a deque: views into it must stay valid).
+std::vector<std::uint32_t> lineIds(const SideText& text, const DiffOptions& options, LineIds& ids,
+                                   std::deque<std::string>& keys) {
+    std::vector<std::uint32_t> out;
+    out.reserve(text.lineCount());
+    for (size_t i = 0; i < text.lineCount(); ++i) {
+        std::string_view line = text.line(i);
+        if (options.ignoreCase || options.compressWhite ||
+            (options.expandTabs && line.find('\t') != std::string_view::npos)) {
+            std::string key = compareKey(line, options);
+            if (key != line)
+                line = keys.emplace_back(std::move(key));
+        }
+        out.push_back(ids.idOf(line));
+    }
+    return out;
 }
 
 } // namespace
@@ -71,13 +100,18 @@ std::string compareKey(std::string_view line, const DiffOptions& options) {
     return key;
 }
 
-LineDiff::LineDiff(const SideText& left, const SideText& right, const DiffOptions& options) {
-    bool leftRebuilt = false, rightRebuilt = false;
-    const std::string leftKeys = keyBuffer(left, options, leftRebuilt);
-    const std::string rightKeys = keyBuffer(right, options, rightRebuilt);
-    const std::vector<DiffHunk> hunks =
-        diffLines(leftRebuilt ? leftKeys : left.buffer(), rightRebuilt ? rightKeys : right.buffer(),
-                  options.algorithm);
+LineDiff::LineDiff(const SideText& left, const SideText& right, const DiffOptions& options,
+                   std::uint64_t budget) {
+    std::vector<DiffHunk> hunks;
+    {
+        LineIds ids(left.lineCount() + right.lineCount());
+        std::deque<std::string> keys;
+        const std::vector<std::uint32_t> a = lineIds(left, options, ids, keys);
+        const std::vector<std::uint32_t> b = lineIds(right, options, ids, keys);
+        SequenceDiff diff = diffSequences(a, b, budget);
+        hunks = std::move(diff.hunks);
+        m_aligned = diff.aligned;
+    }
 
     m_rows.reserve(std::max(left.lineCount(), right.lineCount()) + 16);
     m_changes.reserve(hunks.size());
