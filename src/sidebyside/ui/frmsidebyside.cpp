@@ -1,11 +1,9 @@
 #include "sidebyside/ui/frmsidebyside.h"
 
-#include "app/errorpolicy.h"
 #include "app/programpaths.h"
 #include "app/ui/formregistry.h"
 #include "app/ui/mdiform1.h"
 #include "compare/compareoptions.h"
-#include "platform/prompter.h"
 #include "settings/settings.h"
 #include "sidebyside/ui/diffpane.h"
 
@@ -58,13 +56,7 @@ frmSideBySide* frmSideBySide::open(const std::string& leftPath, const std::strin
         struct Restore {
             ~Restore() { QApplication::restoreOverrideCursor(); }
         } restore;
-        try {
-            pair = std::make_unique<FilePairDiff>(leftPath, rightPath, options);
-        } catch (const std::exception& e) {
-            prompter().message("Side by Side:\r\n" + errorDescription(e), kProgramTitle,
-                               MessageIcon::Exclamation);
-            return nullptr;
-        }
+        pair = std::make_unique<FilePairDiff>(leftPath, rightPath, options);
     }
     auto* window = new frmSideBySide(std::move(pair));
     if (MDIForm1* frame = mainWindow()) {

@@ -26,8 +26,8 @@ class frmSideBySide : public QWidget {
     Q_OBJECT
   public:
     // Opens a window for two files, in the main frame when there is one; the
-    // toggles start as the settings' fc switches stand. A file that cannot be read
-    // is reported (the window does not open) and nullptr returned.
+    // toggles start as the settings' fc switches stand. Throws RuntimeError naming
+    // a file that cannot be read (no window opens then).
     static frmSideBySide* open(const std::string& leftPath, const std::string& rightPath);
 
     explicit frmSideBySide(std::unique_ptr<FilePairDiff> pair, QWidget* parent = nullptr);

@@ -6,7 +6,7 @@
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/filelistbox.h"
 #include "compare/ui/pairview.h"
-#include "platform/prompter.h"
+#include "platform/runtimeerror.h"
 #include "sidebyside/ui/frmsidebyside.h"
 
 #include <QAction>
@@ -21,11 +21,8 @@ void ShowCompareResults_SideBySide_Click() {
     std::string paths[2];
     for (Side side : {Side::Left, Side::Right}) {
         FileListBox* files = window->files(side);
-        if (files->listIndex() < 0 || files->listIndex() >= files->listCount()) {
-            prompter().message("Select a file in both file lists to see the pair side by side.",
-                               kProgramTitle, MessageIcon::Information);
-            return;
-        }
+        if (files->listIndex() < 0 || files->listIndex() >= files->listCount())
+            throw RuntimeError(0, std::string(kSelectBothFiles));
         paths[int(side)] = joinPath(window->dir(side)->path(), files->selectedName());
     }
     frmSideBySide::open(paths[0], paths[1]);
