@@ -6,8 +6,8 @@
 //       opens the window (offscreen), paints it, steps through every change with
 //       F7 and prints the times and the peak memory against the files' size.
 //       Targets: open and first paint under 2 s, memory under 10x the files.
-//   sidebyside_open --shot OUT.png [--dark] LEFT RIGHT
-//       opens the window for two files and saves a picture of it.
+//   sidebyside_open --shot OUT.png [--dark] [--change N] LEFT RIGHT
+//       opens the window for two files at their Nth change and saves a picture of it.
 
 #include "sidebyside/linediff.h"
 #include "sidebyside/sidetext.h"
@@ -60,7 +60,7 @@ long statusKb(const char* key) {
 // Source-like lines; the right file gets `changes` edits at random places.
 void writePair(const fs::path& left, const fs::path& right, size_t bytes, int changes) {
     std::mt19937 rng(42);
-    const size_t lines = bytes / 43;
+    const size_t lines = bytes / 40;
     std::uniform_int_distribution<size_t> where(0, lines - 1);
     std::vector<char> edit(lines, 0);
     for (int i = 0; i < changes; ++i)
@@ -154,17 +154,20 @@ int measure(int argc, char** argv) {
 int shot(int argc, char** argv) {
     const char* out = nullptr;
     bool dark = false;
+    size_t change = 1;
     std::vector<std::string> files;
     for (int i = 1; i < argc; ++i) {
         if (!std::strcmp(argv[i], "--shot") && i + 1 < argc)
             out = argv[++i];
         else if (!std::strcmp(argv[i], "--dark"))
             dark = true;
+        else if (!std::strcmp(argv[i], "--change") && i + 1 < argc)
+            change = size_t(std::atoi(argv[++i]));
         else
             files.push_back(argv[i]);
     }
     if (!out || files.size() != 2) {
-        std::fprintf(stderr, "usage: sidebyside_open --shot OUT.png [--dark] LEFT RIGHT\n");
+        std::fprintf(stderr, "usage: sidebyside_open --shot OUT.png [--dark] [--change N] LEFT RIGHT\n");
         return 2;
     }
     QApplication::setStyle(QStyleFactory::create("Fusion"));
@@ -186,7 +189,7 @@ int shot(int argc, char** argv) {
     if (!window)
         return 1;
     window->resize(1400, 800);
-    window->NextChange_Click();
+    window->goToChange(change - 1);
     return window->grab().save(out) ? 0 : 1;
 }
 

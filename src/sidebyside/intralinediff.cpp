@@ -1,5 +1,6 @@
 #include "sidebyside/intralinediff.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -81,11 +82,24 @@ IntraLineSpans intraLineSpans(std::string_view left, std::string_view right,
     // Plenty for any line a person reads; a huge, wholly different line is
     // marked from its first to its last differing character instead.
     constexpr std::uint64_t kBudget = 20'000'000;
+    size_t leftMarked = 0;
     for (const DiffHunk& h : diffSequences(a.ids, b.ids, kBudget).hunks) {
         for (size_t k = 0; k < h.leftCount; ++k)
             addSpan(out.left, a.spans[h.leftStart + k]);
         for (size_t k = 0; k < h.rightCount; ++k)
             addSpan(out.right, b.spans[h.rightStart + k]);
+        leftMarked += h.leftCount;
+    }
+    // Two lines that share less than half their characters are different lines,
+    // not one line edited: scattered single letters in common would only be noise.
+    const size_t common = a.ids.size() - leftMarked;
+    if (2 * common < std::max(a.ids.size(), b.ids.size())) {
+        out.left.clear();
+        out.right.clear();
+        if (!a.spans.empty())
+            out.left.push_back({a.spans.front().begin, a.spans.back().end});
+        if (!b.spans.empty())
+            out.right.push_back({b.spans.front().begin, b.spans.back().end});
     }
     return out;
 }

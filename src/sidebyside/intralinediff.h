@@ -25,6 +25,7 @@ struct IntraLineSpans {
 // The differing characters of each line, as ordered, non-adjacent byte spans.
 // A character is a UTF-8 sequence (a stray byte stands for itself); with /w a run
 // of blanks and tabs counts as one blank and those at either end never differ.
+// Lines that share less than half their characters are marked whole.
 IntraLineSpans intraLineSpans(std::string_view left, std::string_view right,
                               const DiffOptions& options);
 

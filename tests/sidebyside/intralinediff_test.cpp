@@ -72,7 +72,12 @@ INSTANTIATE_TEST_SUITE_P(
         SpanCase{"CaseIgnoredWithC", "Value x", "value y", ignoreCase(), "Value [x]", "value [y]"},
         SpanCase{"BlankRunsAndEndsIgnoredWithW", "  a   b c ", "a b  d", compressWhite(),
                  "  a   b [c] ", "a b  [d]"},
-        SpanCase{"EmptyAgainstText", "", "abc", {}, "", "[abc]"}),
+        SpanCase{"EmptyAgainstText", "", "abc", {}, "", "[abc]"},
+        // Six of twelve characters in common is still an edit; five is not.
+        SpanCase{"HalfInCommonIsAnEdit", "abcdefghijkl", "abcdefXXXXXX", {}, "abcdef[ghijkl]",
+                 "abcdef[XXXXXX]"},
+        SpanCase{"MostlyDifferentMarkedWhole", "  if (x == 1) {", "  return y;", compressWhite(),
+                 "  [if (x == 1) {]", "  [return y;]"}),
     [](const auto& info) { return std::string(info.param.name); });
 
 } // namespace

@@ -50,7 +50,8 @@ DiffColours DiffColours::fromPalette(const QPalette& palette) {
     c.removedStrong = mix(base, red, strong);
     c.added = mix(base, green, light);
     c.addedStrong = mix(base, green, strong);
-    c.band = mix(base, palette.color(QPalette::Mid), 0.45);
+    c.band = mix(base, palette.color(QPalette::Mid), 0.25);
+    c.bandLines = mix(base, palette.color(QPalette::Text), 0.3);
     c.margin = palette.color(QPalette::AlternateBase);
     c.number = palette.color(QPalette::PlaceholderText);
     c.current = palette.color(QPalette::Highlight);
@@ -208,8 +209,10 @@ void DiffPane::paintRow(QPainter& p, size_t row, int y, const DiffColours& colou
     }
     if (tint.isValid())
         p.fillRect(text, tint);
-    if (line == DiffRow::kNone)
+    if (line == DiffRow::kNone) {
+        p.fillRect(text, QBrush(colours.bandLines, Qt::BDiagPattern));
         return;
+    }
 
     const SideText& side = left ? m_pair->left() : m_pair->right();
     const std::string_view bytes = side.line(size_t(line));

@@ -22,7 +22,8 @@ struct DiffColours {
     QColor removedStrong;
     QColor added; // a line only on the right
     QColor addedStrong;
-    QColor band;   // where the other side has a line and this one none
+    QColor band;      // where the other side has a line and this one none
+    QColor bandLines; // the hatching over it
     QColor margin; // the line-number margin
     QColor number;
     QColor current; // the frame of the current change
