@@ -74,7 +74,11 @@ INSTANTIATE_TEST_SUITE_P(
                  "  a   b [c] ", "a b  [d]"},
         SpanCase{"EmptyAgainstText", "", "abc", {}, "", "[abc]"},
         // Six of twelve characters in common is still an edit; five is not.
-        SpanCase{"HalfInCommonIsAnEdit", "abcdefghijkl", "abcdefXXXXXX", {}, "abcdef[ghijkl]",
+        SpanCase{"HalfInCommonIsAnEdit",
+                 "abcdefghijkl",
+                 "abcdefXXXXXX",
+                 {},
+                 "abcdef[ghijkl]",
                  "abcdef[XXXXXX]"},
         SpanCase{"MostlyDifferentMarkedWhole", "  if (x == 1) {", "  return y;", compressWhite(),
                  "  [if (x == 1) {]", "  [return y;]"}),

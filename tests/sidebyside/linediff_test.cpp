@@ -133,6 +133,20 @@ TEST(LineDiff, ChangesAreTheBlocksInOrder) {
     EXPECT_EQ(diff.rows().back(), (pv::DiffRow{pv::DiffRow::kNone, 5, RowKind::Inserted}));
 }
 
+TEST(LineDiff, TooDifferentWithinTheBudgetPairsTheMiddleFromTheTop) {
+    const SideText left = SideText::fromBytes("same\na\nb\nc\nend\n");
+    const SideText right = SideText::fromBytes("same\nx\ny\nend\n");
+    const LineDiff enough(left, right, {});
+    EXPECT_TRUE(enough.aligned());
+    const LineDiff starved(left, right, {}, 2);
+    EXPECT_FALSE(starved.aligned());
+    ASSERT_EQ(starved.changes().size(), 1u);
+    EXPECT_EQ(starved.changes()[0].firstRow, 1u) << "the common start stays aligned";
+    EXPECT_EQ(starved.rows()[1], (pv::DiffRow{1, 1, RowKind::Changed}));
+    EXPECT_EQ(starved.rows()[3], (pv::DiffRow{3, pv::DiffRow::kNone, RowKind::Deleted}));
+    EXPECT_EQ(starved.rows()[4], (pv::DiffRow{4, 3, RowKind::Same})) << "and the common end";
+}
+
 TEST(CompareKey, FollowsFcSwitches) {
     EXPECT_EQ(pv::compareKey("ab\tc", {}), "ab      c");
     EXPECT_EQ(pv::compareKey("abcdefgh\tc", {}), "abcdefgh        c") << "a full stop expands to 8";

@@ -261,9 +261,11 @@ QString frmSideBySide::statusText() const {
 
 void frmSideBySide::updateStatus() {
     const size_t count = m_pair->diff().changes().size();
-    m_status->setText(m_pair->isBinary()
-                          ? QString("binary files")
-                          : QString::fromStdString(changeStatusText(m_current, count)));
+    QString text = m_pair->isBinary() ? QString("binary files")
+                                      : QString::fromStdString(changeStatusText(m_current, count));
+    if (!m_pair->isBinary() && !m_pair->diff().aligned())
+        text += " (too different to align: lines paired from the top)";
+    m_status->setText(text);
     m_next->setEnabled(m_current + 1 < count);
     m_previous->setEnabled(m_current > 0 && count > 0);
 }
