@@ -14,6 +14,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QWheelEvent>
 
 using namespace pv;
 
@@ -135,6 +136,13 @@ TEST_F(SideBySideWindow, PanesScrollTogether) {
     EXPECT_EQ(rv->value(), 100);
     rv->setValue(37);
     EXPECT_EQ(lv->value(), 37);
+    // The wheel over the left pane (whose own bar is hidden) moves both.
+    QWidget* viewport = w->pane(0)->viewport();
+    QWheelEvent wheel(QPointF(10, 10), viewport->mapToGlobal(QPointF(10, 10)), QPoint(),
+                      QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(viewport, &wheel);
+    EXPECT_GT(lv->value(), 37);
+    EXPECT_EQ(rv->value(), lv->value());
 
     auto* shared = w->findChild<QScrollBar*>("HScroll");
     ASSERT_GT(shared->maximum(), 0) << "line 20 is wider than the pane";
