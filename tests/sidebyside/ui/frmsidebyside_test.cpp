@@ -3,6 +3,7 @@
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/filelistbox.h"
 #include "platform/runtimeerror.h"
+#include "results/ui/resultslist.h"
 #include "sidebyside/ui/diffpane.h"
 #include "sidebyside/ui/frmsidebyside.h"
 #include "sidebyside/ui/sidebysidecommands.h"
@@ -196,6 +197,33 @@ TEST_F(SideBySideFromCompareWindow, ViewItemShowsTheSelectedPair) {
     EXPECT_EQ(opened->pair().leftPath(), left + "/a.cpp");
     EXPECT_EQ(opened->pair().rightPath(), right + "/a.cpp");
     EXPECT_EQ(opened->statusText().toStdString(), "no differences");
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(SideBySideWindow, EnterOnAResultsLineOpensItsPair) {
+    ResultsList* results = ResultsList::instance();
+    const std::string oldDir = files.left.substr(0, files.left.rfind('/'));
+    const std::string newDir = files.right.substr(0, files.right.rfind('/'));
+    for (const std::string& line :
+         {std::string("Start\t2026-05-07 09:05:07"), "Directory 1: " + oldDir + " ",
+          "Directory 2: " + newDir + " ", std::string("0 -different- 0  - 1  - 2 notes.txt")})
+        results->addLine(line);
+    results->show();
+    results->selectLine(3);
+    auto* list = results->findChild<QWidget*>("List1");
+    list->setFocus();
+    QTest::keyClick(list, Qt::Key_Return);
+    frmSideBySide* opened = nullptr;
+    for (QWidget* form : FormRegistry::openForms())
+        if (auto* w = qobject_cast<frmSideBySide*>(form))
+            opened = w;
+    ASSERT_NE(opened, nullptr);
+    EXPECT_EQ(opened->pair().leftPath(), files.left);
+    EXPECT_EQ(opened->pair().rightPath(), files.right);
+    delete results;
 }
 
 } // namespace
