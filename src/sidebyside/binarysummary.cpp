@@ -1,9 +1,9 @@
 #include "sidebyside/binarysummary.h"
 
 #include "platform/runtimeerror.h"
+#include "platform/textutil.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <memory>
@@ -93,9 +93,7 @@ bool looksBinary(std::string_view path, std::string_view head) {
     const std::string_view name = slash == std::string_view::npos ? path : path.substr(slash + 1);
     const size_t dot = name.find_last_of('.');
     if (dot != std::string_view::npos) {
-        std::string ext(name.substr(dot));
-        for (char& c : ext)
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        const std::string ext = toLower(name.substr(dot));
         for (std::string_view binary : kBinaryExtensions)
             if (ext == binary)
                 return true;

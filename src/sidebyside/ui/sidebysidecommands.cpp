@@ -2,11 +2,11 @@
 
 #include "app/errorpolicy.h"
 #include "app/ui/mdiform1.h"
-#include "compare/filelisting.h"
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/filelistbox.h"
 #include "compare/ui/pairview.h"
 #include "platform/runtimeerror.h"
+#include "platform/textutil.h"
 #include "sidebyside/ui/frmsidebyside.h"
 
 #include <QAction>
