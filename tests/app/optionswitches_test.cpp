@@ -172,4 +172,3 @@ TEST(SwitchTable, NamesAndKeysAreUnique) {
 }
 
 } // namespace
-
