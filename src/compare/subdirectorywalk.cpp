@@ -34,6 +34,8 @@ std::string SubDirectoryWalk::counterpart(const std::string& base1, const std::s
 void SubDirectoryWalk::run(const std::string& base1, const std::string& base2) {
     m_base1 = base1;
     m_base2 = base2;
+    m_done = 0;
+    m_found = 1;
     walk(base1, 0);
 }
 
@@ -72,6 +74,12 @@ void SubDirectoryWalk::walk(const std::string& dir, int depth) {
         passOver(m_hooks.compare);
     std::vector<std::string> children;
     passOver([&] { children = m_hooks.subdirectories(dir); });
+    if (m_hooks.progress) {
+        ++m_done;
+        if (depth + 1 < kWalkLevels)
+            m_found += long(children.size());
+        passOver([&] { m_hooks.progress(m_done, m_found); });
+    }
     for (const std::string& child : children) {
         if (depth + 1 < kWalkLevels)
             walk(child, depth + 1);

@@ -33,6 +33,8 @@ class SubDirectoryWalk {
         std::function<void(const std::string& line)> addLine;
         // After each level (repaint).
         std::function<void()> levelDone;
+        // After each directory's compare: directories done, directories found so far.
+        std::function<void(long done, long found)> progress;
     };
 
     explicit SubDirectoryWalk(Hooks hooks) : m_hooks(std::move(hooks)) {}
@@ -51,6 +53,8 @@ class SubDirectoryWalk {
     Hooks m_hooks;
     std::string m_base1;
     std::string m_base2;
+    long m_done = 0;
+    long m_found = 0;
 };
 
 } // namespace pv

@@ -5,6 +5,7 @@
 #include "app/ui/formregistry.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
+#include "editor/ui/fileopen.h"
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
@@ -58,6 +59,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    connectEditorCommands(*this);
     resize(1100, 760);
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
         if (sub)
@@ -292,6 +294,11 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
     // A walk lets events through between levels; ending the program under it
     // would pull its windows away. Ask it to stop; the user closes again after.
     if (Pairview::stopInsteadOfClosing()) {
+        event->ignore();
+        return;
+    }
+    // An editor window whose changed text the user keeps (Cancel) keeps the program.
+    if (!closeEditorWindows()) {
         event->ignore();
         return;
     }
