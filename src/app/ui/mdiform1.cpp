@@ -49,7 +49,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     : QMainWindow(parent), m_arguments(std::move(arguments)) {
     g_mainWindow = this;
     setObjectName("MDIForm1");
-    setWindowTitle("Pairview Utility ");
+    setWindowTitle(kMainCaption);
     FormRegistry::add(this);
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setObjectName("MDIArea");

@@ -263,10 +263,8 @@ void frmNotePad::mnuFileSaveAs_Click() {
 
 void frmNotePad::closeEvent(QCloseEvent* event) {
     if (isModified()) {
-        const std::string title =
-            mainWindow() ? mainWindow()->windowTitle().toStdString() : kProgramTitle;
         const Answer answer =
-            prompter().ask(closeQuestion(caption()), title, MessageIcon::Exclamation);
+            prompter().ask(closeQuestion(caption()), kMainCaption, MessageIcon::Exclamation);
         if (answer == Answer::Cancel) {
             event->ignore();
             return;
