@@ -123,6 +123,30 @@ std::string utf16ToUtf8(std::u16string_view text) {
     return out;
 }
 
+std::string formatDescription(const TextFormat& format) {
+    const char* encoding = "UTF-8";
+    switch (format.encoding) {
+    case TextEncoding::Utf8:
+        break;
+    case TextEncoding::Utf8Bom:
+        encoding = "UTF-8 with BOM";
+        break;
+    case TextEncoding::Utf16LE:
+        encoding = "UTF-16 LE";
+        break;
+    case TextEncoding::Utf16BE:
+        encoding = "UTF-16 BE";
+        break;
+    case TextEncoding::Latin1:
+        encoding = "Latin-1";
+        break;
+    }
+    const char* lineEnd = format.lineEnd == LineEnd::CrLf ? "CR LF"
+                          : format.lineEnd == LineEnd::Lf ? "LF"
+                                                          : "CR";
+    return std::string(encoding) + ", " + lineEnd;
+}
+
 bool isValidUtf8(std::string_view bytes) {
     char32_t c;
     for (size_t i = 0, n; i < bytes.size(); i += n)

@@ -30,6 +30,9 @@ DecodedText decodeText(std::string_view bytes);
 // as UTF-8, and `format` says so afterwards.
 std::string encodeText(std::string_view text, TextFormat& format);
 
+// "UTF-8, CR LF", "Latin-1, LF", ...: how a document will be saved.
+std::string formatDescription(const TextFormat& format);
+
 std::string utf16ToUtf8(std::u16string_view text);
 bool isValidUtf8(std::string_view bytes);
 

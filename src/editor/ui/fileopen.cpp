@@ -8,11 +8,13 @@
 #include "editor/openfilter.h"
 #include "editor/ui/frmnotepad.h"
 #include "platform/prompter.h"
+#include "status/ui/qtstatusbarview.h"
 
 #include <QAction>
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStatusBar>
 #include <algorithm>
 #include <filesystem>
 
@@ -39,11 +41,17 @@ std::string absolutePath(const std::string& path) {
     return ec ? path : absolute.string();
 }
 
-void enableSaveItems(MDIForm1& frame) {
-    const bool editing = activeEditorWindow() != nullptr;
+// Save and Save As follow the current child; the frame's status line says how
+// the current document will be saved.
+void followCurrentChild(MDIForm1& frame) {
+    frmNotePad* editor = activeEditorWindow();
     for (const char* name : {"Save", "SaveAs"})
         if (QAction* a = frame.action(name))
-            a->setEnabled(editing);
+            a->setEnabled(editor != nullptr);
+    if (editor)
+        editor->showFormat();
+    else if (frame.statusBar()->isVisible())
+        SetMdiStatusText("", 1);
 }
 
 } // namespace
@@ -152,9 +160,14 @@ void connectEditorCommands(MDIForm1& frame) {
         if (frmNotePad* editor = activeEditorWindow())
             editor->mnuFileSaveAs_Click();
     });
-    QObject::connect(frame.mdiArea(), &QMdiArea::subWindowActivated, &frame,
-                     [&frame](QMdiSubWindow*) { enableSaveItems(frame); });
-    enableSaveItems(frame);
+    addFrameStatusBar(frame);
+    // The frame is looked up anew: while it is being destroyed it is no longer
+    // the main window, and its closing children must not reach it.
+    QObject::connect(frame.mdiArea(), &QMdiArea::subWindowActivated, &frame, [](QMdiSubWindow*) {
+        if (MDIForm1* current = mainWindow())
+            followCurrentChild(*current);
+    });
+    followCurrentChild(frame);
 }
 
 } // namespace pv

@@ -9,6 +9,7 @@
 #include "editor/ui/frmfind.h"
 #include "platform/clock.h"
 #include "platform/prompter.h"
+#include "status/ui/qtstatusbarview.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -100,6 +101,10 @@ void frmNotePad::setLoadedText(const DecodedText& decoded) {
     editorState().windows.setModified(m_slot, false);
 }
 
+void frmNotePad::showFormat() const {
+    SetMdiStatusText(formatDescription(m_format), 1);
+}
+
 bool frmNotePad::saveTo(const std::string& path) {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     TextFormat format = m_format;
@@ -115,6 +120,7 @@ bool frmNotePad::saveTo(const std::string& path) {
         return false;
     QGuiApplication::restoreOverrideCursor();
     m_format = format;
+    showFormat();
     setCaption(path);
     editorState().windows.setModified(m_slot, false);
     return true;

@@ -32,6 +32,8 @@ class frmNotePad : public QMainWindow {
     // Puts a loaded text in the box; the window is then unmodified.
     void setLoadedText(const DecodedText& decoded);
     const TextFormat& format() const { return m_format; }
+    // Shows the encoding and line ends in the main window's status line.
+    void showFormat() const;
 
     // Writes the text to a path; the caption becomes the path. A failure is
     // shown (exclamation) and changes nothing; returns false then.

@@ -70,6 +70,15 @@ void QtProgressBarView::setValue(int value) {
     m_bar.setValue(value);
 }
 
+void addFrameStatusBar(QMainWindow& frame) {
+    QStatusBar* bar = frame.statusBar();
+    bar->setObjectName("StatusBar1");
+    auto* panel = new QLabel(bar);
+    panel->setObjectName("StatusBar1_Panel1");
+    bar->addWidget(panel, 1);
+    bar->hide();
+}
+
 void SetMdiStatusText(const std::string& text, int panel) {
     try {
         for (QWidget* form : FormRegistry::openForms()) {

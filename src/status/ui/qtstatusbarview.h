@@ -8,6 +8,7 @@
 #include <string>
 
 class QLabel;
+class QMainWindow;
 class QProgressBar;
 class QStatusBar;
 class QWidget;
@@ -47,6 +48,9 @@ class QtProgressBarView : public ProgressBarView {
 // Writes a text into panel `panel` of every status bar of the main frame, which
 // is shown and enabled first. Failures are dropped.
 void SetMdiStatusText(const std::string& text, int panel);
+
+// Gives a frame a status bar with one panel, hidden until a text is written to it.
+void addFrameStatusBar(QMainWindow& frame);
 
 int twipsToPixels(const QWidget& widget, int twips);
 int pixelsToTwips(const QWidget& widget, int pixels);

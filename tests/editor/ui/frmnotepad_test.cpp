@@ -7,12 +7,14 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStatusBar>
 
 #include <filesystem>
 
@@ -156,6 +158,10 @@ TEST_F(EditorTest, EditingKeepsTheFilesBytesAndLineEnds) {
     // Latin-1 bytes (a non-breaking space among them) and CR LF line ends.
     const std::string file = home.write("l1.txt", "caf\xE9\xA0z\r\nend\r\n");
     frmNotePad* e = pv::LoadFileIntoEditor(file);
+    // The main window's status line says how the file will be written.
+    QLabel* format = frame->statusBar()->findChild<QLabel*>("StatusBar1_Panel1");
+    ASSERT_NE(format, nullptr);
+    EXPECT_EQ(format->text(), "Latin-1, CR LF");
     caretAt(e, 6); // the CR LF after "z"
     e->action("mnuEditDelete")->trigger();
     EXPECT_EQ(e->textBox()->toPlainText(), QString::fromUtf8("caf\u00e9 zend\n"));
@@ -171,6 +177,7 @@ TEST_F(EditorTest, EditingKeepsTheFilesBytesAndLineEnds) {
     type(e, "C\n");
     e->action("mnuFileSave")->trigger();
     EXPECT_EQ(pvtest::readFile(lf), "C\n");
+    EXPECT_EQ(format->text(), "UTF-8, LF");
 }
 
 TEST_F(EditorTest, TimeDateFontAndDeleteAtTheEnd) {
