@@ -41,7 +41,6 @@ void WalkProgressBar::newProgressHandler() {
 bool WalkProgressBar::update(long done, long found) {
     if (!m_running) {
         m_running = true;
-        newProgressHandler();
         progress().Start();
         show();
         m_cancel->show();
@@ -60,6 +59,8 @@ void WalkProgressBar::finish() {
     m_handler.SetText("", 1);
     m_handler.SetText("", 3);
     hide();
+    // A cancel clicked during this walk does not carry over to the next.
+    newProgressHandler();
 }
 
 QString WalkProgressBar::panelText(int panel) const {
