@@ -1,5 +1,6 @@
 #include "status/statusbarhandler.h"
 #include "status/timeremaining.h"
+#include "support/fakeclock.h"
 #include "support/recordingprompter.h"
 
 #include <gtest/gtest.h>
@@ -7,14 +8,10 @@
 #include <map>
 
 using namespace pv;
+using pvtest::FakeClock;
 using std::chrono::seconds;
 
 namespace {
-
-struct FakeClock : Clock {
-    std::chrono::system_clock::time_point t{seconds(1000)};
-    std::chrono::system_clock::time_point now() const override { return t; }
-};
 
 struct FakeStatusBar : StatusBarView {
     std::map<int, std::string> texts;

@@ -95,17 +95,11 @@ void MDIForm1::MDIForm_Load(const std::string& programDirectory) {
 }
 
 QAction* MDIForm1::action(const QString& name) const {
-    for (QAction* a : findChildren<QAction*>(name))
-        if (!a->property("index").isValid())
-            return a;
-    return nullptr;
+    return FormRegistry::menuItem(this, name);
 }
 
 QAction* MDIForm1::arrayItem(const QString& arrayName, int index) const {
-    for (QAction* a : findChildren<QAction*>(arrayName))
-        if (a->property("index").isValid() && a->property("index").toInt() == index)
-            return a;
-    return nullptr;
+    return FormRegistry::menuArrayItem(this, arrayName, index);
 }
 
 QMenu* MDIForm1::menu(const QString& name) const {

@@ -127,17 +127,11 @@ bool frmNotePad::saveTo(const std::string& path) {
 }
 
 QAction* frmNotePad::action(const QString& name) const {
-    for (QAction* a : findChildren<QAction*>(name))
-        if (!a->property("index").isValid())
-            return a;
-    return nullptr;
+    return FormRegistry::menuItem(this, name);
 }
 
 QAction* frmNotePad::arrayItem(const QString& arrayName, int index) const {
-    for (QAction* a : findChildren<QAction*>(arrayName))
-        if (a->property("index").isValid() && a->property("index").toInt() == index)
-            return a;
-    return nullptr;
+    return FormRegistry::menuArrayItem(this, arrayName, index);
 }
 
 QAction* frmNotePad::addItem(QMenu* menu, const char* name, const char* caption) {

@@ -3,6 +3,7 @@
 #include "editor/ui/frmfind.h"
 #include "editor/ui/frmnotepad.h"
 #include "platform/clock.h"
+#include "support/fakeclock.h"
 #include "support/qt/runningprogram.h"
 
 #include <QAction>
@@ -181,11 +182,7 @@ TEST_F(EditorTest, EditingKeepsTheFilesBytesAndLineEnds) {
 }
 
 TEST_F(EditorTest, TimeDateFontAndDeleteAtTheEnd) {
-    struct Fixed : pv::Clock {
-        std::chrono::system_clock::time_point now() const override {
-            return std::chrono::system_clock::time_point(std::chrono::seconds(1700000000));
-        }
-    } clock;
+    pvtest::FakeClock clock;
     const pv::Clock* old = pv::setProgramClock(&clock);
     frmNotePad* e = pv::mnuFileNew();
     e->action("mnuEditTime")->trigger();

@@ -1,6 +1,7 @@
 #include "app/ui/formregistry.h"
 #include "status/ui/qtstatusbarview.h"
 #include "status/ui/walkprogressbar.h"
+#include "support/fakeclock.h"
 #include "support/recordingprompter.h"
 
 #include <QApplication>
@@ -12,16 +13,8 @@
 #include <gtest/gtest.h>
 
 using namespace pv;
+using pvtest::FakeClock;
 using std::chrono::seconds;
-
-namespace {
-
-struct FakeClock : Clock {
-    std::chrono::system_clock::time_point t{seconds(5000)};
-    std::chrono::system_clock::time_point now() const override { return t; }
-};
-
-} // namespace
 
 TEST(WalkProgressBar, ShowsProgressAndStopsOnlyWhenTheCancelIsConfirmed) {
     pvtest::RecordingPrompter prompts;
