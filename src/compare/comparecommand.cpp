@@ -72,6 +72,7 @@ CompareTotals CompareCommand::run(bool includeSubDirectories) {
                 ++m_totals.unmatchedDirectories;
                 m_observer.addLine(line);
             };
+            hooks.addNote = [this](const std::string& line) { m_observer.addLine(line); };
             hooks.levelDone = [this] { m_observer.repaint(); };
             SubDirectoryWalk(hooks).run(base1, base2);
             m_observer.walkEnded();
