@@ -16,7 +16,6 @@ namespace {
 struct FakeStatusBar : StatusBarView {
     std::map<int, std::string> texts;
     std::map<int, bool> visible{{1, true}, {2, true}, {3, false}};
-    int repaints = 0;
     void setPanelVisible(int p, bool v) override {
         if (visible.count(p))
             visible[p] = v;
@@ -31,7 +30,7 @@ struct FakeStatusBar : StatusBarView {
         return Span{1000 * (p - 1), 1000};
     }
     int top() const override { return 200; }
-    void repaint() override { ++repaints; }
+    void repaint() override {}
 };
 
 struct FakeBar : ProgressBarView {

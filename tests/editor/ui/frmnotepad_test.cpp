@@ -200,14 +200,6 @@ TEST_F(EditorTest, TimeDateFontAndDeleteAtTheEnd) {
     font->trigger();
     EXPECT_EQ(e->textBox()->font().family(), font->text());
     EXPECT_FALSE(e->isModified());
-    for (const char* name :
-         {"mnuFileNew",        "mnuFileOpen",      "mnuFileClose",     "mnuFileSave",
-          "mnuFileSaveAs",     "mnuFileExit",      "mnuEditCut",       "mnuEditCopy",
-          "mnuEditPaste",      "mnuEditDelete",    "mnuEditSelectAll", "mnuEditTime",
-          "ToLowerCase",       "ToUpperCase",      "mnuSearchFind",    "mnuSearchFindNext",
-          "mnuOptionsToolbar", "mnuWindowCascade", "mnuWindowTile",    "mnuWindowTileVertical",
-          "mnuWindowArrange"})
-        EXPECT_NE(e->action(name), nullptr) << name;
 }
 
 TEST_F(EditorTest, FindDialogRulesAndSearch) {
