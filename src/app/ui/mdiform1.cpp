@@ -7,9 +7,11 @@
 #include "app/windowplacement.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
+#include "editor/ui/fileopen.h"
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
+#include "sidebyside/ui/sidebysidecommands.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -70,7 +72,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     : QMainWindow(parent), m_arguments(std::move(arguments)) {
     g_mainWindow = this;
     setObjectName("MDIForm1");
-    setWindowTitle("Pairview Utility ");
+    setWindowTitle(kMainCaption);
     FormRegistry::add(this);
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setObjectName("MDIArea");
@@ -80,6 +82,8 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    connectEditorCommands(*this);
+    connectSideBySideCommands(*this);
     disableItemsWithoutCommand();
     resize(1100, 760);
     setWindowIcon(QIcon(":/icons/pairview.svg"));
@@ -109,17 +113,11 @@ void MDIForm1::MDIForm_Load(const std::string& programDirectory) {
 }
 
 QAction* MDIForm1::action(const QString& name) const {
-    for (QAction* a : findChildren<QAction*>(name))
-        if (!a->property("index").isValid())
-            return a;
-    return nullptr;
+    return FormRegistry::menuItem(this, name);
 }
 
 QAction* MDIForm1::arrayItem(const QString& arrayName, int index) const {
-    for (QAction* a : findChildren<QAction*>(arrayName))
-        if (a->property("index").isValid() && a->property("index").toInt() == index)
-            return a;
-    return nullptr;
+    return FormRegistry::menuArrayItem(this, arrayName, index);
 }
 
 QMenu* MDIForm1::menu(const QString& name) const {
@@ -202,6 +200,7 @@ void MDIForm1::createMenus() {
     addItem(view, "ShowINI", "&INI");
     addItem(view, "ShowCompareResults", "Compare_&Results");
     addItem(view, "ShowCompareResults_Single", "Compare_Results_&Single");
+    addItem(view, "ShowCompareResults_SideBySide", "Compare_Results_Side_by_Side");
     addItem(view, "mnu_ShowCaptureFileName", "Capture_FileName in Editor");
     addItem(view, "mnu_ShowCaptureFileName_ISQL", "Capture_FileName in ISQL");
     addItem(view, "mnu_ShowCapture_Xcopy", "XCOPY file");
@@ -332,6 +331,11 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
     // A walk lets events through between levels; ending the program under it
     // would pull its windows away. Ask it to stop; the user closes again after.
     if (Pairview::stopInsteadOfClosing()) {
+        event->ignore();
+        return;
+    }
+    // An editor window whose changed text the user keeps (Cancel) keeps the program.
+    if (!closeEditorWindows()) {
         event->ignore();
         return;
     }

@@ -19,8 +19,10 @@ class QLineEdit;
 namespace pv {
 
 class ResultLines;
+struct LineDirectories;
 class ResultsModel;
 class ResultsView;
+class WalkProgressBar;
 
 class ResultsList : public QWidget, public CompareObserver {
     Q_OBJECT
@@ -42,6 +44,9 @@ class ResultsList : public QWidget, public CompareObserver {
         std::function<void(const std::string& fileName1, const std::string& dir1,
                            const std::string& fileName2, const std::string& dir2)>;
     void setSingleCompare(SingleCompare compare) { m_singleCompare = std::move(compare); }
+    // What "Side by Side", Enter or a double-click on a matched or different line
+    // does: show the pair (fileName, dir1, fileName, dir2) in a side-by-side window.
+    void setSideBySide(SingleCompare show) { m_sideBySide = std::move(show); }
     // Opens a file in the chosen editor (the main window's runEditor).
     void setEditorLauncher(std::function<void(const std::string&)> run) {
         m_runEditor = std::move(run);
@@ -62,6 +67,11 @@ class ResultsList : public QWidget, public CompareObserver {
     void initializeProgress(long max) override { InitializeProgressBar1(max); }
     void incrementProgress() override { IncrementProgressBar1(); }
     void completeProgress() override { CompleteProgressBar1(); }
+    // A sub-directory walk: directories done of found, the time remaining and a
+    // Cancel button under the list; false once the user confirmed a cancel.
+    bool walkProgress(long done, long found) override;
+    void walkEnded() override;
+    WalkProgressBar* walkProgressBar() const { return m_walkProgress; }
     // Shows the lines added since the last paint, selects the last line while a
     // compare runs (else scrolls to it) and repaints, at most every few tens of
     // milliseconds so that a big compare is not slowed by painting. When the
@@ -82,6 +92,7 @@ class ResultsList : public QWidget, public CompareObserver {
     void List1_Click();
     void NextDifference_Click();
     void PrintButton_Click();
+    void SideBySide_Click();
 
     // The row of buttons, for callers that add their own after the progress.
     QHBoxLayout* buttonRow() const { return m_buttons; }
@@ -94,6 +105,8 @@ class ResultsList : public QWidget, public CompareObserver {
     // Shows the lines added since the last paint in the list.
     void flush() const;
     void paintNow();
+    // The file name and directories of the selected line, when it names a pair.
+    bool selectedPair(std::string& fileName, LineDirectories& dirs) const;
 
     ResultsModel* m_model;
     ResultsView* m_list;
@@ -102,6 +115,7 @@ class ResultsList : public QWidget, public CompareObserver {
     QPushButton* m_print;
     QProgressBar* m_progressBar;
     QLineEdit* m_percentage;
+    WalkProgressBar* m_walkProgress;
 
     std::string m_cntl;
     long m_progressMax = 0;
@@ -112,6 +126,8 @@ class ResultsList : public QWidget, public CompareObserver {
     int m_rowAtPress = -1; // the selected line when the mouse went down on the list
 
     SingleCompare m_singleCompare;
+    SingleCompare m_sideBySide;
+    QPushButton* m_sideBySideButton;
     std::function<void(const std::string&)> m_runEditor;
     std::string m_listFilePath;
 };
