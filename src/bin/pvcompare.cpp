@@ -74,14 +74,18 @@ class DirectoryPanes : public pv::ComparePanes {
     // As a file list does, a pane lists its directory when it is pointed at it.
     pv::PaneLists lists() override {
         if (!m_leftListed)
-            m_leftFiles = pv::listFiles(m_left, m_pattern);
+            moveLeft(m_left);
         if (!m_rightListed)
             m_rightFiles = pv::listFiles(m_right, m_pattern);
-        m_leftListed = m_rightListed = true;
+        m_rightListed = true;
         return {m_left, m_right, m_leftFiles, m_rightFiles};
     }
+    // The left directory is read once for both its files and its sub-directories,
+    // which the walk asks for next.
     std::string moveLeft(const std::string& dir) override {
-        m_leftFiles = pv::listFiles(dir, m_pattern);
+        pv::DirectoryListing listing = pv::readDirectory(dir);
+        m_leftFiles = pv::matchingNames(listing.files, m_pattern);
+        m_leftSubdirectories = std::move(listing.subdirectories);
         m_leftListed = true;
         return m_left = dir;
     }
@@ -92,14 +96,15 @@ class DirectoryPanes : public pv::ComparePanes {
     }
     std::vector<std::string> subdirectories(const std::string& dir) override {
         std::vector<std::string> paths;
-        for (const std::string& name : pv::listSubdirectories(dir))
+        const bool listed = m_leftListed && dir == m_left;
+        for (const std::string& name : listed ? m_leftSubdirectories : pv::listSubdirectories(dir))
             paths.push_back(pv::joinPath(dir, name));
         return paths;
     }
 
   private:
     std::string m_left, m_right, m_pattern;
-    std::vector<std::string> m_leftFiles, m_rightFiles;
+    std::vector<std::string> m_leftFiles, m_rightFiles, m_leftSubdirectories;
     bool m_leftListed = false, m_rightListed = false;
 };
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace pv {
 
@@ -31,11 +32,21 @@ struct FileFacts {
 };
 
 // Looks at one file. A name that starts with "." counts as hidden and so as not
-// found, as do directories, devices and other non-regular files. The file is
-// opened (and closed again) so that an unreadable file is told apart. The time is
-// the last-write time; when it cannot be converted, the status-change time.
-// Throws RuntimeError only for failures outside these cases.
+// found, as do directories, devices and other non-regular files. The time is the
+// last-write time; when it cannot be converted, the status-change time.
 FileFacts probeFile(const std::string& path);
+
+// Who the process is, for reading permission bits: taken once for many files.
+struct ProcessIdentity {
+    unsigned uid = 0;
+    std::vector<unsigned> groups; // the effective group first, then the others
+    static ProcessIdentity current();
+};
+
+// The same for `name` (a name or a relative path) in the directory open as
+// `dirFd`, with one stat. A file counts as unreadable when its permission bits
+// deny `who` reading it and the kernel's access check agrees; it is not opened.
+FileFacts probeFileAt(int dirFd, const std::string& name, const ProcessIdentity& who);
 
 // Converts seconds since the epoch to calendar form in UTC; false when it cannot.
 bool toCalendarUtc(std::int64_t secondsSinceEpoch, CalendarTime& out);
