@@ -22,6 +22,7 @@ second run skips building them. The compare window is timed by bench/compare_tre
 
 import argparse
 import os
+import resource
 import shutil
 import statistics
 import subprocess
@@ -115,12 +116,20 @@ def build_copy_source(root):
     write(marker, b"")
 
 
-def timed(command, before=None):
+def timed(command, output, before=None):
+    """Elapsed and CPU (user + system, children included) seconds of one run.
+
+    The output goes to a real file: some tools (cmp) notice /dev/null and stop at
+    the first difference."""
     if before:
         before()
+    r0 = resource.getrusage(resource.RUSAGE_CHILDREN)
     t0 = time.perf_counter()
-    subprocess.run(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    return time.perf_counter() - t0
+    with open(output, "wb") as out:
+        subprocess.run(command, stdout=out, stderr=subprocess.DEVNULL)
+    elapsed = time.perf_counter() - t0
+    r1 = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return elapsed, (r1.ru_utime - r0.ru_utime) + (r1.ru_stime - r0.ru_stime)
 
 
 def main():
@@ -203,20 +212,26 @@ def main():
             for who, command in pair:
                 if command is None:
                     continue
-                t = timed(command, before)
+                t = timed(command, os.path.join(data, "output.txt"), before)
                 if r:
                     times[label][0 if who == "ours" else 1].append(t)
     clear()
 
-    print("%-38s %10s %10s %7s" % ("case (median of %d)" % args.runs, "Pairview", "peer", "ratio"))
+    # Elapsed time is what a user waits; CPU time is steadier on a shared machine.
+    print("%-38s %25s   %25s" % ("", "elapsed (median)", "CPU, user + system (median)"))
+    print("%-38s %9s %8s %6s   %9s %8s %6s" % ("case (%d runs)" % args.runs, "Pairview", "peer",
+                                              "ratio", "Pairview", "peer", "ratio"))
     for label, _, _, peer, _ in cases:
         ours, theirs = times[label]
-        mo = statistics.median(ours)
+        oe = statistics.median(t[0] for t in ours)
+        oc = statistics.median(t[1] for t in ours)
         if peer is None:
-            print("%-38s %9.3fs %10s %7s" % (label, mo, "needs rsync", "-"))
+            print("%-38s %8.3fs %8s %6s   %8.3fs" % (label, oe, "needs rsync", "-", oc))
             continue
-        mp = statistics.median(theirs)
-        print("%-38s %9.3fs %9.3fs %6.2fx" % (label, mo, mp, mo / mp))
+        pe = statistics.median(t[0] for t in theirs)
+        pc = statistics.median(t[1] for t in theirs)
+        print("%-38s %8.3fs %7.3fs %5.2fx   %8.3fs %7.3fs %5.2fx" %
+              (label, oe, pe, oe / pe, oc, pc, oc / max(pc, 1e-3)))
     if not args.data:
         shutil.rmtree(data, ignore_errors=True)
 

@@ -52,27 +52,41 @@ bool isHiddenName(const std::string& path) {
 }
 
 bool bitsGrantRead(const struct stat& st, const ProcessIdentity& who) {
-    if (st.st_uid == who.uid)
+    constexpr mode_t kEveryone = S_IRUSR | S_IRGRP | S_IROTH;
+    if ((st.st_mode & kEveryone) == kEveryone)
+        return true; // whoever the process is
+    if (st.st_uid == who.uid())
         return (st.st_mode & S_IRUSR) != 0;
-    if (std::find(who.groups.begin(), who.groups.end(), st.st_gid) != who.groups.end())
+    if (who.inGroup(st.st_gid))
         return (st.st_mode & S_IRGRP) != 0;
     return (st.st_mode & S_IROTH) != 0;
 }
 
 } // namespace
 
-ProcessIdentity ProcessIdentity::current() {
-    ProcessIdentity who;
-    who.uid = ::geteuid();
-    who.groups.push_back(::getegid());
+void ProcessIdentity::load() const {
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    m_uid = ::geteuid();
+    m_groups.assign(1, ::getegid());
     int n = ::getgroups(0, nullptr);
     if (n > 0) {
         std::vector<gid_t> more(static_cast<size_t>(n));
         n = ::getgroups(n, more.data());
         for (int k = 0; k < n; ++k)
-            who.groups.push_back(more[static_cast<size_t>(k)]);
+            m_groups.push_back(more[static_cast<size_t>(k)]);
     }
-    return who;
+}
+
+unsigned ProcessIdentity::uid() const {
+    load();
+    return m_uid;
+}
+
+bool ProcessIdentity::inGroup(unsigned gid) const {
+    load();
+    return std::find(m_groups.begin(), m_groups.end(), gid) != m_groups.end();
 }
 
 FileFacts probeFile(const std::string& path) {

@@ -36,11 +36,19 @@ struct FileFacts {
 // last-write time; when it cannot be converted, the status-change time.
 FileFacts probeFile(const std::string& path);
 
-// Who the process is, for reading permission bits: taken once for many files.
-struct ProcessIdentity {
-    unsigned uid = 0;
-    std::vector<unsigned> groups; // the effective group first, then the others
-    static ProcessIdentity current();
+// Who the process is, for reading permission bits: asked of the system once for
+// many files, and only when a file's bits do not let everyone read it.
+class ProcessIdentity {
+  public:
+    static ProcessIdentity current() { return {}; }
+    unsigned uid() const;
+    bool inGroup(unsigned gid) const;
+
+  private:
+    void load() const;
+    mutable bool m_loaded = false;
+    mutable unsigned m_uid = 0;
+    mutable std::vector<unsigned> m_groups; // the effective group first, then the others
 };
 
 // The same for `name` (a name or a relative path) in the directory open as
