@@ -10,26 +10,35 @@
 #include "compare/filelisting.h"
 #include "platform/process.h"
 #include "platform/programdir.h"
+#include "platform/pvversion.h"
 #include "settings/settings.h"
 
 #include <cstdio>
 #include <exception>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace {
 
 constexpr const char* kHelp =
-    R"(Usage: pvcompare [-ini FILE] [-s] [-p PATTERN] [--replace|--append] [--run] LEFT RIGHT
+    R"(Usage: pvcompare [-ini FILE] [-s] [-p PATTERN] [--[no-]date] [--[no-]length]
+                 [--replace|--append] [--run] LEFT RIGHT
 
 Compares the files of LEFT and RIGHT by name, as Pairview's Compare button does,
 and prints the results-list lines exactly as the results window shows them.
 
   -ini FILE    settings file to read (default: Pairview.ini in the program
-               directory); LIST_DateTime and LIST_Length decide what makes two
-               same-named files different, the fc switches and EDITOR go into
-               the compare script
+               directory); the fc switches and EDITOR go into the compare
+               script; with -ini, its LIST_DateTime and LIST_Length decide
+               what makes two same-named files different
+  --date, --no-date
+               same-named files with different last-change times are
+               different, or not (default: on without -ini, else LIST_DateTime)
+  --length, --no-length
+               likewise for different lengths (default: on without -ini, else
+               LIST_Length)
   -s           include sub-directories: walk the LEFT tree (24 levels) and compare
                every directory with the one at the same place under RIGHT
   -p PATTERN   file pattern, several separated by ";" (default "*.*");
@@ -38,12 +47,14 @@ and prints the results-list lines exactly as the results window shows them.
   --append     leave the results file as it is
   --run        start the compare script when the compare is done
   --help       show this text
+  --version    show the version
 
 The compare script (Pairview.cmd) and the results file (Pairview.txt) are written
 in the program directory ($PAIRVIEW_HOME when set).
 
 Exit status: 0 when every entry matched, 1 when anything differs or is on one
-side only (or a sub-directory has no counterpart), 2 on an error.
+side only (or a sub-directory has no counterpart on either side, or cannot be
+read), 2 on an error.
 )";
 
 // Prints the results-list lines as they come.
@@ -76,35 +87,44 @@ class DirectoryPanes : public pv::ComparePanes {
         if (!m_leftListed)
             moveLeft(m_left);
         if (!m_rightListed)
-            m_rightFiles = pv::listFiles(m_right, m_pattern);
-        m_rightListed = true;
+            moveRight(m_right);
         return {m_left, m_right, m_leftFiles, m_rightFiles};
     }
-    // The left directory is read once for both its files and its sub-directories,
+    // Each directory is read once for both its files and its sub-directories,
     // which the walk asks for next.
     std::string moveLeft(const std::string& dir) override {
-        pv::DirectoryListing listing = pv::readDirectory(dir);
+        pv::DirectoryListing listing = pv::readDirectory(dir); // throws when unreadable
         m_leftFiles = pv::matchingNames(listing.files, m_pattern);
         m_leftSubdirectories = std::move(listing.subdirectories);
         m_leftListed = true;
         return m_left = dir;
     }
     std::string moveRight(const std::string& dir) override {
-        m_rightFiles = pv::listFiles(dir, m_pattern); // throws when it cannot be read
+        pv::DirectoryListing listing = pv::readDirectory(dir); // throws when unreadable
+        m_rightFiles = pv::matchingNames(listing.files, m_pattern);
+        m_rightSubdirectories = std::move(listing.subdirectories);
         m_rightListed = true;
         return m_right = dir;
     }
     std::vector<std::string> subdirectories(const std::string& dir) override {
+        std::vector<std::string> names;
+        if (m_leftListed && dir == m_left)
+            names = m_leftSubdirectories;
+        else if (m_rightListed && dir == m_right)
+            names = m_rightSubdirectories;
+        else
+            names = pv::listSubdirectories(dir);
         std::vector<std::string> paths;
-        const bool listed = m_leftListed && dir == m_left;
-        for (const std::string& name : listed ? m_leftSubdirectories : pv::listSubdirectories(dir))
+        paths.reserve(names.size());
+        for (const std::string& name : names)
             paths.push_back(pv::joinPath(dir, name));
         return paths;
     }
 
   private:
     std::string m_left, m_right, m_pattern;
-    std::vector<std::string> m_leftFiles, m_rightFiles, m_leftSubdirectories;
+    std::vector<std::string> m_leftFiles, m_rightFiles;
+    std::vector<std::string> m_leftSubdirectories, m_rightSubdirectories;
     bool m_leftListed = false, m_rightListed = false;
 };
 
@@ -113,12 +133,20 @@ class DirectoryPanes : public pv::ComparePanes {
 int main(int argc, char** argv) {
     std::string ini, pattern = "*.*";
     bool sub = false, replace = true, run = false;
+    std::optional<bool> listDate, listLength; // a flag overrides the settings file
     std::vector<std::string> dirs;
     for (int n = 1; n < argc; ++n) {
         std::string a = argv[n];
         if (a == "--help" || a == "-h" || a == "/?") {
             std::fputs(kHelp, stdout);
             return 0;
+        } else if (a == "--version") {
+            std::printf("pvcompare %s\n", PAIRVIEW_VERSION);
+            return 0;
+        } else if (a == "--date" || a == "--no-date") {
+            listDate = a == "--date";
+        } else if (a == "--length" || a == "--no-length") {
+            listLength = a == "--length";
         } else if ((a == "-ini" || a == "/ini") && n + 1 < argc) {
             ini = argv[++n];
         } else if (a == "-p" && n + 1 < argc) {
@@ -155,6 +183,10 @@ int main(int argc, char** argv) {
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;
             call.options = pv::readCompareOptions(settings);
+            // Without a settings file of the user's choosing, the quick check
+            // (time and length) is what tells changed trees apart.
+            call.options.listDateTime = listDate.value_or(ini.empty() || call.options.listDateTime);
+            call.options.listLength = listLength.value_or(ini.empty() || call.options.listLength);
             call.replace = replace;
             return call;
         });

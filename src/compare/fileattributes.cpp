@@ -2,6 +2,7 @@
 
 #include "compare/compareoptions.h"
 #include "compare/filelisting.h"
+#include "platform/textutil.h"
 #include "platform/filetimes.h"
 #include "settings/settings.h"
 

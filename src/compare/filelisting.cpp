@@ -22,7 +22,7 @@ char upperAscii(char c) {
 enum class EntryType { File, Directory, Other };
 
 EntryType entryType(int dirFd, const struct dirent& e, bool trustTypes) {
-    switch (trustTypes ? e.d_type : DT_UNKNOWN) {
+    switch (trustTypes ? e.d_type : static_cast<unsigned char>(DT_UNKNOWN)) {
     case DT_REG:
         return EntryType::File;
     case DT_DIR:
@@ -72,14 +72,6 @@ DirectoryListing readEntries(const std::string& dir, bool wantFiles, bool wantDi
 }
 
 } // namespace
-
-std::string joinPath(std::string_view dir, std::string_view name) {
-    std::string out(dir);
-    if (out.empty() || out.back() != '/')
-        out += '/';
-    out += name;
-    return out;
-}
 
 std::string normalizeDirectoryPath(const std::string& path) {
     namespace fs = std::filesystem;

@@ -1,5 +1,6 @@
 #include "app/commandline.h"
 #include "app/programpaths.h"
+#include "platform/pvversion.h"
 
 #include <gtest/gtest.h>
 
@@ -19,21 +20,44 @@ TEST_P(CommandLine, FindsSettingsPath) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, CommandLine,
-    ::testing::Values(
-        CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
-        CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
-        CmdCase{"mixed_case_option", "-Ini a.ini", "a.ini"},
-        CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
-        CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
-        CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
-        CmdCase{"nothing", "", std::nullopt},
-        CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
-        CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
-        // Eleven tokens are examined: the option as the eleventh still counts...
-        CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
-        // ...as the twelfth it is not seen.
-        CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini", std::nullopt}),
+    ::testing::Values(CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
+                      CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
+                      CmdCase{"mixed_case_option", "-Ini a.ini", "a.ini"},
+                      CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
+                      CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
+                      CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
+                      CmdCase{"nothing", "", std::nullopt},
+                      CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
+                      CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
+                      // Eleven tokens are examined: the option as the eleventh still counts...
+                      CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
+                      // ...as the twelfth it is not seen.
+                      CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini",
+                              std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
+
+TEST(StartRequest, HelpVersionAndUnknownDoubleDashOptions) {
+    using Kind = pv::StartRequest::Kind;
+    struct Row {
+        const char* name;
+        std::vector<std::string> args;
+        Kind kind;
+    } rows[] = {
+        {"nothing", {}, Kind::Run},
+        {"settings_file", {"-ini", "a.ini", "?", "-x"}, Kind::Run},
+        {"settings_path_like_an_option", {"/INI", "--odd.ini"}, Kind::Run},
+        {"help_after_ini", {"-ini", "a.ini", "--help"}, Kind::Help},
+        {"version", {"--version"}, Kind::Version},
+        {"unknown", {"--frobnicate", "--help"}, Kind::Error},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(pv::startRequest(r.args).kind, r.kind) << r.name;
+    EXPECT_NE(pv::startRequest({"--help"}).text.find("PAIRVIEW_HOME"), std::string::npos);
+    EXPECT_EQ(pv::startRequest({"--version"}).text,
+              std::string("pairview ") + PAIRVIEW_VERSION + "\n");
+    EXPECT_EQ(pv::startRequest({"--frobnicate"}).text,
+              "pairview: unknown option --frobnicate (see pairview --help)\n");
+}
 
 TEST(ProgramPaths, PerWindowNamesInsertTagBeforeExtension) {
     EXPECT_EQ(pv::perWindowFileName("/p/Pairview.txt", ""), "/p/Pairview.txt");

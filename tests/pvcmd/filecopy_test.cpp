@@ -59,10 +59,12 @@ TEST_P(FileCopyWays, NewAndReplacedFilesAreWholeWithTimeAndMode) {
         EXPECT_EQ(to.st_mode & 07777, c.keepMode ? 0444u : 0644u);
     }
     // A way switched off is not used; the nameless file is, where it works.
-    if (!way.methods.anonymousTemp || namelessFilesWork(dir / "dst"))
+    if (!way.methods.anonymousTemp || namelessFilesWork(dir / "dst")) {
         EXPECT_EQ(copier.usedNamedTemp(), !way.methods.anonymousTemp);
-    if (!way.methods.kernelCopy)
+    }
+    if (!way.methods.kernelCopy) {
         EXPECT_TRUE(copier.usedReadWrite());
+    }
     // Nothing but the copies is left behind.
     int entries = 0;
     for (const auto& e : fs::directory_iterator(dir / "dst")) {
