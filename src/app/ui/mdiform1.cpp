@@ -10,6 +10,7 @@
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
+#include "sidebyside/ui/sidebysidecommands.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -80,6 +81,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    connectSideBySideCommands(*this);
     disableItemsWithoutCommand();
     resize(1100, 760);
     setWindowIcon(QIcon(":/icons/pairview.svg"));
@@ -202,6 +204,7 @@ void MDIForm1::createMenus() {
     addItem(view, "ShowINI", "&INI");
     addItem(view, "ShowCompareResults", "Compare_&Results");
     addItem(view, "ShowCompareResults_Single", "Compare_Results_&Single");
+    addItem(view, "ShowCompareResults_SideBySide", "Compare_Results_Side_by_Side");
     addItem(view, "mnu_ShowCaptureFileName", "Capture_FileName in Editor");
     addItem(view, "mnu_ShowCaptureFileName_ISQL", "Capture_FileName in ISQL");
     addItem(view, "mnu_ShowCapture_Xcopy", "XCOPY file");

@@ -11,11 +11,13 @@
 #include "results/resultsnavigation.h"
 #include "results/ui/resultsmodel.h"
 #include "results/ui/resultsview.h"
+#include "sidebyside/ui/frmsidebyside.h"
 
 #include <QCloseEvent>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -53,6 +55,9 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_nextDifference->setObjectName("NextDifference");
     m_print = new QPushButton("print", this);
     m_print->setObjectName("PrintButton");
+    m_sideBySideButton = new QPushButton("Side by Side", this);
+    m_sideBySideButton->setObjectName("SideBySide");
+    m_sideBySideButton->setToolTip("Show the selected pair side by side (Enter, double-click)");
     m_progressBar = new QProgressBar(this);
     m_progressBar->setObjectName("ProgressBar1");
     m_progressBar->setTextVisible(false);
@@ -66,6 +71,7 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_buttons = new QHBoxLayout;
     m_buttons->addWidget(m_nextDifference);
     m_buttons->addWidget(m_print);
+    m_buttons->addWidget(m_sideBySideButton);
     m_buttons->addWidget(m_progressBar, 1);
     m_buttons->addWidget(m_percentage);
     auto* layout = new QVBoxLayout(this);
@@ -86,6 +92,11 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     });
     connect(m_nextDifference, &QPushButton::clicked, this, &ResultsList::NextDifference_Click);
     connect(m_print, &QPushButton::clicked, this, &ResultsList::PrintButton_Click);
+    // The side-by-side window is opened on purpose only: the button, Enter or a
+    // double-click (the click before it still compares with fc).
+    connect(m_sideBySideButton, &QPushButton::clicked, this, &ResultsList::SideBySide_Click);
+    connect(m_list, &QAbstractItemView::doubleClicked, this, &ResultsList::SideBySide_Click);
+    m_list->installEventFilter(this); // Enter
     m_sincePaint.start();
 }
 
@@ -101,6 +112,11 @@ ResultsList* ResultsList::instance(bool create) {
         if (MDIForm1* frame = mainWindow())
             if (Pairview* window = frame->activeCompareWindow())
                 dispatchCommand("ResultsList", [&] { window->compare_singles(f1, d1, f2, d2); });
+    });
+    r->setSideBySide([](const std::string& f1, const std::string& d1, const std::string& f2,
+                        const std::string& d2) {
+        dispatchCommand("Side by Side",
+                        [&] { frmSideBySide::open(joinPath(d1, f1), joinPath(d2, f2)); });
     });
     r->setEditorLauncher([](const std::string& path) {
         if (MDIForm1* frame = mainWindow())
@@ -255,6 +271,13 @@ void ResultsList::selectLine(int index) {
 }
 
 bool ResultsList::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_list && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            SideBySide_Click();
+            return true;
+        }
+    }
     if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonPress)
         m_rowAtPress = selectedLine();
     return QWidget::eventFilter(watched, event);
@@ -269,19 +292,32 @@ QString ResultsList::progressText() const {
     return m_percentage->text();
 }
 
+bool ResultsList::selectedPair(std::string& fileName, LineDirectories& dirs) const {
+    int row = selectedLine();
+    if (row < 0)
+        return false;
+    std::string_view line = store()[row];
+    if (!lineNamesPair(line))
+        return false;
+    fileName = fileNameOfLine(line);
+    dirs = directoriesOfLine(store(), row);
+    return true;
+}
+
 void ResultsList::List1_Click() {
     if (m_cntl == "Process")
         return; // a compare is appending and selecting lines
-    int row = selectedLine();
-    if (row < 0)
-        return;
-    std::string_view line = store()[row];
-    if (!lineNamesPair(line))
-        return;
-    std::string fileName = fileNameOfLine(line);
-    LineDirectories dirs = directoriesOfLine(store(), row);
-    if (m_singleCompare)
+    std::string fileName;
+    LineDirectories dirs;
+    if (selectedPair(fileName, dirs) && m_singleCompare)
         m_singleCompare(fileName, dirs.dir1, fileName, dirs.dir2);
+}
+
+void ResultsList::SideBySide_Click() {
+    std::string fileName;
+    LineDirectories dirs;
+    if (selectedPair(fileName, dirs) && m_sideBySide)
+        m_sideBySide(fileName, dirs.dir1, fileName, dirs.dir2);
 }
 
 void ResultsList::NextDifference_Click() {

@@ -19,6 +19,7 @@ class QLineEdit;
 namespace pv {
 
 class ResultLines;
+struct LineDirectories;
 class ResultsModel;
 class ResultsView;
 
@@ -42,6 +43,9 @@ class ResultsList : public QWidget, public CompareObserver {
         std::function<void(const std::string& fileName1, const std::string& dir1,
                            const std::string& fileName2, const std::string& dir2)>;
     void setSingleCompare(SingleCompare compare) { m_singleCompare = std::move(compare); }
+    // What "Side by Side", Enter or a double-click on a matched or different line
+    // does: show the pair (fileName, dir1, fileName, dir2) in a side-by-side window.
+    void setSideBySide(SingleCompare show) { m_sideBySide = std::move(show); }
     // Opens a file in the chosen editor (the main window's runEditor).
     void setEditorLauncher(std::function<void(const std::string&)> run) {
         m_runEditor = std::move(run);
@@ -82,6 +86,7 @@ class ResultsList : public QWidget, public CompareObserver {
     void List1_Click();
     void NextDifference_Click();
     void PrintButton_Click();
+    void SideBySide_Click();
 
     // The row of buttons, for callers that add their own after the progress.
     QHBoxLayout* buttonRow() const { return m_buttons; }
@@ -94,6 +99,8 @@ class ResultsList : public QWidget, public CompareObserver {
     // Shows the lines added since the last paint in the list.
     void flush() const;
     void paintNow();
+    // The file name and directories of the selected line, when it names a pair.
+    bool selectedPair(std::string& fileName, LineDirectories& dirs) const;
 
     ResultsModel* m_model;
     ResultsView* m_list;
@@ -112,6 +119,8 @@ class ResultsList : public QWidget, public CompareObserver {
     int m_rowAtPress = -1; // the selected line when the mouse went down on the list
 
     SingleCompare m_singleCompare;
+    SingleCompare m_sideBySide;
+    QPushButton* m_sideBySideButton;
     std::function<void(const std::string&)> m_runEditor;
     std::string m_listFilePath;
 };

@@ -137,6 +137,46 @@ TEST(ResultsList, ClickOnTheSelectedLineComparesAgain) {
     }
 }
 
+TEST(ResultsList, SideBySideShowsThePairOfTheSelectedLineOnPurposeOnly) {
+    ResultsList r;
+    std::vector<Clicked> shown;
+    int compared = 0;
+    r.setSingleCompare([&](const std::string&, const std::string&, const std::string&,
+                           const std::string&) { ++compared; });
+    r.setSideBySide([&](const std::string& f1, const std::string& d1, const std::string& f2,
+                        const std::string& d2) {
+        shown.push_back({f1, d1, f2, d2});
+    });
+    fill(r, kBlocks);
+    r.show();
+    auto* list = r.findChild<ResultsView*>("List1");
+    auto* button = r.findChild<QPushButton*>("SideBySide");
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text(), "Side by Side");
+
+    r.selectLine(4); // a click: fc only
+    EXPECT_EQ(compared, 1);
+    EXPECT_TRUE(shown.empty());
+    button->click();
+    r.selectLine(6); // statistics: no pair
+    button->click();
+    list->setFocus();
+    r.selectLine(10);
+    QTest::keyClick(list, Qt::Key_Return);
+    // A double-click reaches a widget as a press, a release, then the double-click.
+    clickRow(list, 11);
+    QRect rect = list->visualRect(list->model()->index(11, 0));
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+    ASSERT_EQ(shown.size(), 3u);
+    EXPECT_EQ(shown[0].file1, "x.txt");
+    EXPECT_EQ(shown[0].dir1, "/a");
+    EXPECT_EQ(shown[0].dir2, "/b");
+    EXPECT_EQ(shown[1].file2, "z.txt");
+    EXPECT_EQ(shown[1].dir2, "/b/s");
+    EXPECT_EQ(shown[2].file1, "w.txt");
+    EXPECT_EQ(r.selectedLine(), 11) << "Enter does not move the selection";
+}
+
 TEST(ResultsList, NextDifferenceStepsWrapsAndSaysSo) {
     pvtest::RecordingPrompter prompter;
     ResultsList r;

@@ -1,9 +1,9 @@
-#include "pvcmd/linereader.h"
+#include "platform/linereader.h"
 
 #include <cerrno>
 #include <cstring>
 
-namespace pvcmd {
+namespace pv {
 
 namespace {
 constexpr size_t kReadSize = 256 * 1024;
@@ -161,4 +161,4 @@ bool LineReader::nextUtf16(std::string& line) {
     return any;
 }
 
-} // namespace pvcmd
+} // namespace pv

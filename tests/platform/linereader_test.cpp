@@ -1,5 +1,4 @@
-#include "pvcmd/filemask.h"
-#include "pvcmd/linereader.h"
+#include "platform/linereader.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +12,7 @@ Lines readAll(const std::string& bytes, bool utf16) {
     std::FILE* f = std::tmpfile();
     std::fwrite(bytes.data(), 1, bytes.size(), f);
     std::rewind(f);
-    pvcmd::LineReader reader(f, utf16);
+    pv::LineReader reader(f, utf16);
     Lines lines;
     std::string line;
     while (reader.next(line))
@@ -71,10 +70,10 @@ TEST(LineReader, LongLinesComeInBoundedPiecesAcrossReadBlocks) {
     std::string big(300000, 'q');
     Lines lines = readAll("s\n" + big + "\r\nend\n", false);
     ASSERT_EQ(lines.size(),
-              2u + (big.size() + pvcmd::LineReader::kMaxLine - 1) / pvcmd::LineReader::kMaxLine);
+              2u + (big.size() + pv::LineReader::kMaxLine - 1) / pv::LineReader::kMaxLine);
     std::string joined;
     for (size_t i = 1; i + 1 < lines.size(); ++i) {
-        EXPECT_LE(lines[i].size(), pvcmd::LineReader::kMaxLine);
+        EXPECT_LE(lines[i].size(), pv::LineReader::kMaxLine);
         joined += lines[i];
     }
     EXPECT_EQ(joined, big);
@@ -90,45 +89,6 @@ TEST(LineReader, CrLfSplitOverReadBlocksStillEndsTheLine) {
     ASSERT_FALSE(lines.empty());
     EXPECT_EQ(lines.back(), "last");
     EXPECT_NE(lines[lines.size() - 2].back(), '\r');
-}
-
-struct MaskCase {
-    const char* mask;
-    const char* name;
-    bool matches;
-};
-
-TEST(FileMask, MatchesWithoutCase) {
-    const MaskCase rows[] = {
-        {"*.txt", "a.TXT", true},
-        {"*.txt", "a.txt.bak", false},
-        {"a?c", "abc", true},
-        {"a?c", "ac", false},
-        {"*.*", "noext", true},
-        {"*", "", true},
-        {"*a*a*b", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaac", false},
-        {"x*y*z", "xAyBz", true},
-        {"[a].txt", "[A].TXT", true},
-    };
-    for (const MaskCase& row : rows)
-        EXPECT_EQ(pvcmd::FileMask(row.mask).matches(row.name), row.matches)
-            << row.mask << " ~ " << row.name;
-}
-
-TEST(FileMask, MapsTargetNames) {
-    EXPECT_EQ(pvcmd::FileMask::mapName("*", "a.txt"), "a.txt");
-    EXPECT_EQ(pvcmd::FileMask::mapName("*.*", "a.b.txt"), "a.b.txt");
-    EXPECT_EQ(pvcmd::FileMask::mapName("*.bak", "a.b.txt"), "a.b.bak");
-    EXPECT_EQ(pvcmd::FileMask::mapName("?x*", "abc"), "axc");
-    EXPECT_EQ(pvcmd::FileMask::mapName("new_*", "abcdef"), "new_ef") << "literals consume source";
-    EXPECT_EQ(pvcmd::FileMask::mapName("*.*", "noext"), "noext");
-}
-
-TEST(FileMask, SplitsDirectoryAndPattern) {
-    pvcmd::FileMask mask("some/dir/*.txt");
-    EXPECT_EQ(mask.directory(), "some/dir/");
-    EXPECT_EQ(mask.pattern(), "*.txt");
-    EXPECT_TRUE(pvcmd::FileMask("nope/*.x").expand().empty());
 }
 
 } // namespace
