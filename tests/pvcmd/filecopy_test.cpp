@@ -80,19 +80,4 @@ INSTANTIATE_TEST_SUITE_P(
                       Way{"ReadWrite", {true, false}}, Way{"NamedTempReadWrite", {false, false}}),
     [](const ::testing::TestParamInfo<Way>& info) { return std::string(info.param.name); });
 
-TEST(FileCopy, FailuresLeaveTheDestinationAlone) {
-    pvtest::TempDir dir;
-    std::string dest = dir.write("dst/keep.txt", "keep");
-    for (bool anonymous : {true, false}) {
-        pvcmd::FileCopier copier({anonymous, true});
-        pvcmd::FileCopyResult missing = copier.copy(dir / "nothing", dest, false, false);
-        EXPECT_FALSE(missing.ok);
-        EXPECT_EQ(missing.error, ENOENT);
-        std::string src = dir.write("src.txt", "x");
-        pvcmd::FileCopyResult noDir = copier.copy(src, dir / "no/such/dir.txt", false, false);
-        EXPECT_EQ(noDir.error, ENOENT);
-    }
-    EXPECT_EQ(pvtest::readFile(dest), "keep");
-}
-
 } // namespace

@@ -88,14 +88,4 @@ TEST(ResyncSearch, LinesWithTheSameHashButOtherBytesDoNotAgree) {
     EXPECT_EQ(hashedSearch(a, c, 2, byLength, scratch), std::nullopt);
 }
 
-TEST(ResyncSearch, WindowsOfUnequalLengthAndTheShortTail) {
-    pvcmd::ResyncScratch scratch;
-    // Near the end a shorter run than `want` is enough; lines 0 are never candidates.
-    Lines a{"1", "2", "z"};
-    Lines b{"0", "q", "r", "s", "z"};
-    EXPECT_EQ(hashedSearch(a, b, 3, realHash, scratch), Point(std::make_pair(2u, 4u)));
-    EXPECT_EQ(hashedSearch(b, a, 3, realHash, scratch), Point(std::make_pair(4u, 2u)));
-    EXPECT_EQ(hashedSearch({"k"}, {"k"}, 1, realHash, scratch), std::nullopt);
-}
-
 } // namespace
