@@ -12,12 +12,15 @@
 #include "platform/programdir.h"
 #include "platform/pvversion.h"
 #include "settings/settings.h"
+#include "status/statusbarhandler.h"
+#include "status/timeremaining.h"
 
 #include <cstdio>
 #include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -52,17 +55,22 @@ and prints the results-list lines exactly as the results window shows them.
 The compare script (Pairview.cmd) and the results file (Pairview.txt) are written
 in the program directory ($PAIRVIEW_HOME when set).
 
+With -s, when standard error is a terminal, the progress shows there: directories
+done of directories found so far, and the time remaining once it can be told.
+
 Exit status: 0 when every entry matched, 1 when anything differs or is on one
 side only (or a sub-directory has no counterpart on either side, or cannot be
 read), 2 on an error.
 )";
 
-// Prints the results-list lines as they come.
+// Prints the results-list lines as they come, and the progress of a walk on
+// standard error when that is a terminal (one line, rewritten in place).
 class PrintingObserver : public pv::CompareObserver {
   public:
     void setCntl(std::string_view) override {}
     bool isEmpty() const override { return m_lines == 0; }
     void addLine(std::string_view line) override {
+        clearProgress();
         ++m_lines;
         std::fwrite(line.data(), 1, line.size(), stdout);
         std::fputc('\n', stdout);
@@ -70,9 +78,42 @@ class PrintingObserver : public pv::CompareObserver {
     void initializeProgress(long) override {}
     void incrementProgress() override {}
     void completeProgress() override {}
+    bool walkProgress(long done, long found) override {
+        if (!m_terminal)
+            return true;
+        if (!m_walking) {
+            m_walking = true;
+            m_progress.Start();
+        }
+        m_progress.UpdateProgress(done, found);
+        const std::string text = pv::walkProgressText(done, found, m_progress.TimeRemaining());
+        if (text != m_shown) {
+            std::fflush(stdout);
+            std::fprintf(stderr, "\r%s\033[K", text.c_str());
+            std::fflush(stderr);
+            m_shown = text;
+        }
+        return true;
+    }
+    void walkEnded() override {
+        clearProgress();
+        m_walking = false;
+    }
 
   private:
+    void clearProgress() {
+        if (m_shown.empty())
+            return;
+        std::fputs("\r\033[K", stderr);
+        std::fflush(stderr);
+        m_shown.clear();
+    }
+
     long m_lines = 0;
+    bool m_terminal = ::isatty(STDERR_FILENO) == 1;
+    bool m_walking = false;
+    pv::ProgressBarHandler m_progress;
+    std::string m_shown;
 };
 
 // The panes as plain directories, listed as the file lists list them.

@@ -42,7 +42,20 @@ CompareTotals CompareCommand::run(bool includeSubDirectories) {
             m_compare.beginSubDirectoryRun();
 
             SubDirectoryWalk::Hooks hooks;
-            hooks.stopRequested = [this] { return m_panes.stopRequested(); };
+            // A stop asked for in the window's stop box or confirmed in the
+            // progress display ends the walk before its next level.
+            bool cancelled = false, stopped = false;
+            long done = 0, found = 0;
+            hooks.stopRequested = [&] {
+                stopped = stopped || cancelled || m_panes.stopRequested();
+                return stopped;
+            };
+            hooks.progress = [&](long doneNow, long foundNow) {
+                done = doneNow;
+                found = foundNow;
+                if (!m_observer.walkProgress(done, found))
+                    cancelled = true;
+            };
             hooks.betweenLevels = [this] { m_panes.betweenLevels(); };
             hooks.subdirectories = [this](const std::string& dir) {
                 return m_panes.subdirectories(dir);
@@ -62,6 +75,10 @@ CompareTotals CompareCommand::run(bool includeSubDirectories) {
             hooks.addNote = [this](const std::string& line) { m_observer.addLine(line); };
             hooks.levelDone = [this] { m_observer.repaint(); };
             SubDirectoryWalk(hooks).run(base1, base2);
+            m_observer.walkEnded();
+            if (stopped)
+                m_observer.addLine("Compare stopped after " + std::to_string(done) + " of " +
+                                   std::to_string(found) + " directories\t" + nowText());
 
             // The panes go back where they were, whatever the walk met.
             try {

@@ -23,6 +23,16 @@ class CompareObserver {
     // After each entry and block: the list scrolls to its end and repaints. Called
     // often; a window may skip repaints that come too close together.
     virtual void repaint() {}
+    // The progress of a sub-directory walk: directories done of the directories
+    // found so far. Returns false when the user chose to stop the walk; it then
+    // stops before its next level.
+    virtual bool walkProgress(long done, long found) {
+        (void)done;
+        (void)found;
+        return true;
+    }
+    // The walk has ended, completed or stopped.
+    virtual void walkEnded() {}
 };
 
 } // namespace pv

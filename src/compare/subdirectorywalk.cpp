@@ -59,6 +59,8 @@ void SubDirectoryWalk::run(const std::string& base1, const std::string& base2) {
     m_base2 = base2;
     m_visited.clear();
     m_rightOnly.clear();
+    m_done = 0;
+    m_found = 1;
     walk(base1, 0);
     // The right tree's directories that the left walk never reached, each once at
     // its top, after the walk.
@@ -93,8 +95,10 @@ void SubDirectoryWalk::walk(const std::string& dir, int depth) {
         passOver(m_hooks.betweenLevels);
     if (m_hooks.stopRequested && m_hooks.stopRequested())
         return;
-    if (!enter(dir))
+    if (!enter(dir)) {
+        --m_found; // a loop is not walked, so it is not waited for either
         return;
+    }
     bool doCompare = false;
     std::string rightNow = m_base2;
     if (depth == 0) {
@@ -147,6 +151,12 @@ void SubDirectoryWalk::walk(const std::string& dir, int depth) {
     passOver([&] { children = m_hooks.subdirectories(dir); });
     if (doCompare)
         noteRightOnly(children, rightNow);
+    if (m_hooks.progress) {
+        ++m_done;
+        if (depth + 1 < kWalkLevels)
+            m_found += long(children.size());
+        passOver([&] { m_hooks.progress(m_done, m_found); });
+    }
     for (const std::string& child : children) {
         if (depth + 1 < kWalkLevels)
             walk(child, depth + 1);

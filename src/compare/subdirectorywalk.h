@@ -47,6 +47,8 @@ class SubDirectoryWalk {
         std::function<void(const std::string& line)> addNote;
         // After each level (repaint).
         std::function<void()> levelDone;
+        // After each directory's compare: directories done, directories found so far.
+        std::function<void(long done, long found)> progress;
     };
 
     explicit SubDirectoryWalk(Hooks hooks) : m_hooks(std::move(hooks)) {}
@@ -70,6 +72,8 @@ class SubDirectoryWalk {
     std::string m_base2;
     std::map<FileIdentity, std::string> m_visited; // first path of each directory walked
     std::vector<std::string> m_rightOnly;
+    long m_done = 0;
+    long m_found = 0;
 };
 
 } // namespace pv

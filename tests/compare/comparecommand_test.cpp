@@ -99,3 +99,28 @@ TEST(CompareCommand, TopPairThatCannotBeListedIsPassedOverInASubDirectoryRun) {
     EXPECT_EQ(t.pairs, 0);
     EXPECT_EQ(f.starts, 1); // the script still ends and starts
 }
+
+TEST(CompareCommand, WalkReportsProgressAndStopsWhenTheUserCancels) {
+    Fixture f;
+    f.panes.files = {{"/l", {}}, {"/r", {}}, {"/l/x", {}}, {"/r/x", {}}, {"/l/x/d", {}},
+                     {"/r/x/d", {}}, {"/l/y", {}}, {"/r/y", {}}};
+    f.panes.subdirs = {{"/l", {"/l/x", "/l/y"}}, {"/l/x", {"/l/x/d"}}};
+    f.run(true);
+    using Steps = std::vector<std::pair<long, long>>;
+    EXPECT_EQ(f.observer.walk, (Steps{{1, 3}, {2, 4}, {3, 4}, {4, 4}}));
+    EXPECT_EQ(f.observer.walksEnded, 1);
+    EXPECT_EQ(f.observer.lines.back().rfind("end of subdirectory compare\t", 0), 0u);
+
+    // Cancelled at the second report: the walk stops before its next level and
+    // the list says how far it got.
+    f.observer = {};
+    f.observer.stopAtProgress = 2;
+    CompareTotals t = f.run(true);
+    EXPECT_EQ(t.pairs, 2);
+    EXPECT_EQ(f.observer.walk.size(), 2u);
+    EXPECT_EQ(f.panes.left, "/l");
+    const auto& lines = f.observer.lines;
+    ASSERT_GE(lines.size(), 2u);
+    EXPECT_EQ(lines[lines.size() - 2].rfind("Compare stopped after 2 of 4 directories\t", 0), 0u);
+    EXPECT_EQ(lines.back().rfind("end of subdirectory compare\t", 0), 0u);
+}

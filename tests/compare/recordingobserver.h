@@ -4,6 +4,7 @@
 #include "compare/compareobserver.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace pvtest {
@@ -20,6 +21,12 @@ class RecordingObserver : public pv::CompareObserver {
     }
     void incrementProgress() override { ++progress; }
     void completeProgress() override { completed = true; }
+    // Answers "stop" once `stopAtProgress` reports have come.
+    bool walkProgress(long done, long found) override {
+        walk.emplace_back(done, found);
+        return long(walk.size()) != stopAtProgress;
+    }
+    void walkEnded() override { ++walksEnded; }
 
     std::vector<std::string> lines;
     std::string cntl;
@@ -27,6 +34,9 @@ class RecordingObserver : public pv::CompareObserver {
     long progressMax = -1;
     long progress = 0;
     bool completed = false;
+    std::vector<std::pair<long, long>> walk; // directories done, found
+    long stopAtProgress = -1;
+    int walksEnded = 0;
 };
 
 } // namespace pvtest

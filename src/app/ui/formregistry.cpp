@@ -1,5 +1,6 @@
 #include "app/ui/formregistry.h"
 
+#include <QAction>
 #include <QMdiSubWindow>
 #include <QVariant>
 
@@ -48,6 +49,20 @@ void FormRegistry::unload(QWidget* form) {
     // close stays open and registered.
     if (closed)
         forms().removeAll(QPointer<QWidget>(form));
+}
+
+QAction* FormRegistry::menuItem(const QObject* form, const QString& name) {
+    for (QAction* a : form->findChildren<QAction*>(name))
+        if (!a->property("index").isValid())
+            return a;
+    return nullptr;
+}
+
+QAction* FormRegistry::menuArrayItem(const QObject* form, const QString& arrayName, int index) {
+    for (QAction* a : form->findChildren<QAction*>(arrayName))
+        if (a->property("index").isValid() && a->property("index").toInt() == index)
+            return a;
+    return nullptr;
 }
 
 } // namespace pv

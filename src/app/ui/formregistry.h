@@ -8,6 +8,8 @@
 #include <QString>
 #include <QWidget>
 
+class QAction;
+
 namespace pv {
 
 class FormRegistry {
@@ -19,6 +21,11 @@ public:
     // "Unloads" a form: closes its MDI sub-window (or the form itself); forms are
     // deleted on close, so they leave the registry. A form may refuse to close.
     static void unload(QWidget* form);
+
+    // A form's menu item by name (not an array item), or the item of a menu control
+    // array by name and index; nullptr when there is none.
+    static QAction* menuItem(const QObject* form, const QString& name);
+    static QAction* menuArrayItem(const QObject* form, const QString& arrayName, int index);
 };
 
 } // namespace pv

@@ -7,6 +7,7 @@
 #include "app/windowplacement.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
+#include "editor/ui/fileopen.h"
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
@@ -71,7 +72,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     : QMainWindow(parent), m_arguments(std::move(arguments)) {
     g_mainWindow = this;
     setObjectName("MDIForm1");
-    setWindowTitle("Pairview Utility ");
+    setWindowTitle(kMainCaption);
     FormRegistry::add(this);
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setObjectName("MDIArea");
@@ -81,6 +82,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    connectEditorCommands(*this);
     connectSideBySideCommands(*this);
     disableItemsWithoutCommand();
     resize(1100, 760);
@@ -111,17 +113,11 @@ void MDIForm1::MDIForm_Load(const std::string& programDirectory) {
 }
 
 QAction* MDIForm1::action(const QString& name) const {
-    for (QAction* a : findChildren<QAction*>(name))
-        if (!a->property("index").isValid())
-            return a;
-    return nullptr;
+    return FormRegistry::menuItem(this, name);
 }
 
 QAction* MDIForm1::arrayItem(const QString& arrayName, int index) const {
-    for (QAction* a : findChildren<QAction*>(arrayName))
-        if (a->property("index").isValid() && a->property("index").toInt() == index)
-            return a;
-    return nullptr;
+    return FormRegistry::menuArrayItem(this, arrayName, index);
 }
 
 QMenu* MDIForm1::menu(const QString& name) const {
@@ -335,6 +331,11 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
     // A walk lets events through between levels; ending the program under it
     // would pull its windows away. Ask it to stop; the user closes again after.
     if (Pairview::stopInsteadOfClosing()) {
+        event->ignore();
+        return;
+    }
+    // An editor window whose changed text the user keeps (Cancel) keeps the program.
+    if (!closeEditorWindows()) {
         event->ignore();
         return;
     }

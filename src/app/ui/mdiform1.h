@@ -17,6 +17,9 @@ namespace pv {
 
 class Pairview;
 
+// The main window's caption (the frame shows a maximized child's caption after it).
+inline constexpr const char* kMainCaption = "Pairview Utility ";
+
 class MDIForm1 : public QMainWindow {
     Q_OBJECT
 public:

@@ -12,7 +12,7 @@
 #include "compare/ui/drivelistbox.h"
 #include "compare/ui/filelistbox.h"
 #include "compare/ui/pairview.h"
-#include "editor/ui/readonlyviewer.h"
+#include "editor/ui/fileopen.h"
 #include "lists/editorlauncher.h"
 #include "lists/launchrules.h"
 #include "platform/association.h"
@@ -205,7 +205,7 @@ long MDIForm1::runEditorAssociation(const std::string& editor, const std::string
 }
 
 void MDIForm1::LoadFileIntoEditor(const std::string& path) {
-    ReadOnlyViewer::open(*this, path);
+    pv::LoadFileIntoEditor(path);
 }
 
 void MDIForm1::GetRelatedEXEforFileType(Pairview* window, const std::string& path) {

@@ -12,6 +12,7 @@
 #include "results/ui/resultsmodel.h"
 #include "results/ui/resultsview.h"
 #include "sidebyside/ui/frmsidebyside.h"
+#include "status/ui/walkprogressbar.h"
 
 #include <QCloseEvent>
 #include <QEvent>
@@ -77,6 +78,8 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_list, 1);
     layout->addLayout(m_buttons);
+    m_walkProgress = new WalkProgressBar(this);
+    layout->addWidget(m_walkProgress);
     resize(760, 420);
 
     // A selection made by code or by the keys raises the click as well; a mouse
@@ -188,6 +191,14 @@ void ResultsList::IncrementProgressBar1() {
     // The widgets follow at the next paint; the count is exact at all times.
     if (m_sincePaint.elapsed() >= kRepaintIntervalMs)
         paintNow();
+}
+
+bool ResultsList::walkProgress(long done, long found) {
+    return m_walkProgress->update(done, found);
+}
+
+void ResultsList::walkEnded() {
+    m_walkProgress->finish();
 }
 
 void ResultsList::CompleteProgressBar1() {

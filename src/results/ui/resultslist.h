@@ -22,6 +22,7 @@ class ResultLines;
 struct LineDirectories;
 class ResultsModel;
 class ResultsView;
+class WalkProgressBar;
 
 class ResultsList : public QWidget, public CompareObserver {
     Q_OBJECT
@@ -66,6 +67,11 @@ class ResultsList : public QWidget, public CompareObserver {
     void initializeProgress(long max) override { InitializeProgressBar1(max); }
     void incrementProgress() override { IncrementProgressBar1(); }
     void completeProgress() override { CompleteProgressBar1(); }
+    // A sub-directory walk: directories done of found, the time remaining and a
+    // Cancel button under the list; false once the user confirmed a cancel.
+    bool walkProgress(long done, long found) override;
+    void walkEnded() override;
+    WalkProgressBar* walkProgressBar() const { return m_walkProgress; }
     // Shows the lines added since the last paint, selects the last line while a
     // compare runs (else scrolls to it) and repaints, at most every few tens of
     // milliseconds so that a big compare is not slowed by painting. When the
@@ -109,6 +115,7 @@ class ResultsList : public QWidget, public CompareObserver {
     QPushButton* m_print;
     QProgressBar* m_progressBar;
     QLineEdit* m_percentage;
+    WalkProgressBar* m_walkProgress;
 
     std::string m_cntl;
     long m_progressMax = 0;

@@ -3,6 +3,7 @@
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/drivelistbox.h"
 #include "compare/ui/filelistbox.h"
+#include "editor/ui/frmnotepad.h"
 #include "lists/launchrules.h"
 #include "platform/clock.h"
 
@@ -216,11 +217,11 @@ TEST_F(CommandsTest, InternalEditorShowsTheFileOrSaysWhyNot) {
     const std::string file = home.write("a b/x.txt", "line one\r\nline two\r\n");
     start();
     EXPECT_EQ(frame->runEditor(file), 0);
-    auto* viewer = frame->mdiArea()->findChild<QPlainTextEdit*>("frmNotePad");
-    ASSERT_NE(viewer, nullptr);
-    EXPECT_EQ(viewer->toPlainText().toStdString(), "line one\nline two\n");
-    EXPECT_TRUE(viewer->isReadOnly());
-    EXPECT_EQ(viewer->windowTitle(), QString::fromStdString(file).toUpper());
+    auto* editor = frame->mdiArea()->findChild<pv::frmNotePad*>("frmNotePad");
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->text(), "line one\nline two\n");
+    EXPECT_FALSE(editor->textBox()->isReadOnly());
+    EXPECT_EQ(editor->caption(), file);
 
     frame->runEditor(home / "missing.txt");
     ASSERT_EQ(prompts.messages.size(), 1u);

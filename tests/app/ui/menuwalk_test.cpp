@@ -83,7 +83,9 @@ class MenuWalk : public CommandsTest {
                 const bool explained = m.rfind(caption + "\r\n", 0) == 0 ||
                                        m == pv::kSelectFileLastClicked || m == pv::kNoIsqlEditor ||
                                        m == pv::kNoAssociationText || m == pv::kExecutableWarning ||
-                                       kScriptCommandTexts.count(m);
+                                       kScriptCommandTexts.count(m) ||
+                                       // file dialogs, recorded beside the messages
+                                       m.rfind("open: ", 0) == 0 || m.rfind("save: ", 0) == 0;
                 EXPECT_TRUE(explained) << pass << ": " << nameOf(a) << " showed: " << m;
             }
         }
@@ -110,7 +112,8 @@ TEST_F(MenuWalk, EveryItemWithACommandIsEnabledAndNoOtherIs) {
         a->setVisible(!hidden);
     }
     EXPECT_EQ(enabledWithout, std::vector<std::string>{});
-    EXPECT_EQ(disabledWith, std::vector<std::string>{});
+    // Save and Save As wait for an editor window.
+    EXPECT_EQ(disabledWith, (std::vector<std::string>{"Save", "SaveAs"}));
     EXPECT_FALSE(frame->action("Save")->isEnabled());
     EXPECT_TRUE(frame->action("Cascade")->isEnabled());
 }

@@ -1,0 +1,263 @@
+#include "app/ui/formregistry.h"
+#include "editor/ui/fileopen.h"
+#include "editor/ui/frmfind.h"
+#include "editor/ui/frmnotepad.h"
+#include "platform/clock.h"
+#include "support/fakeclock.h"
+#include "support/qt/runningprogram.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStatusBar>
+
+#include <filesystem>
+
+using pv::frmNotePad;
+
+namespace {
+
+class EditorTest : public pvtest::RunningProgramTest {
+  protected:
+    void SetUp() override {
+        RunningProgramTest::SetUp();
+        start();
+    }
+    void TearDown() override {
+        pv::editorState().find = {};
+        RunningProgramTest::TearDown();
+    }
+    static void settle() {
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QApplication::processEvents();
+    }
+    static std::vector<std::string> editorCaptions() {
+        std::vector<std::string> out;
+        for (QWidget* f : pv::FormRegistry::openForms())
+            if (auto* e = qobject_cast<frmNotePad*>(f))
+                out.push_back(e->caption());
+        return out;
+    }
+    static void closeWindow(frmNotePad* e) {
+        pv::FormRegistry::unload(e);
+        settle();
+    }
+    static void type(frmNotePad* e, const QString& text) { e->textBox()->insertPlainText(text); }
+    static void caretAt(frmNotePad* e, int pos) {
+        QTextCursor c = e->textBox()->textCursor();
+        c.setPosition(pos);
+        e->textBox()->setTextCursor(c);
+    }
+};
+
+} // namespace
+
+TEST_F(EditorTest, NewDocumentsTakeFreeSlotsAndSaveAsksForAName) {
+    EXPECT_FALSE(frame->action("Save")->isEnabled());
+    for (int i = 0; i < 3; ++i)
+        frame->action("New")->trigger();
+    EXPECT_EQ(editorCaptions(),
+              (std::vector<std::string>{"Untitled:1", "Untitled:2", "Untitled:3"}));
+    EXPECT_TRUE(frame->action("Save")->isEnabled());
+    EXPECT_TRUE(frame->action("SaveAs")->isEnabled());
+    for (QWidget* f : pv::FormRegistry::openForms())
+        if (auto* e = qobject_cast<frmNotePad*>(f); e && e->slot() == 2) {
+            closeWindow(e);
+            break;
+        }
+    frame->action("New")->trigger();
+    frmNotePad* e = pv::activeEditorWindow();
+    ASSERT_NE(e, nullptr);
+    EXPECT_EQ(e->caption(), "Untitled:2");
+    EXPECT_EQ(pv::FormRegistry::tagOf(e), "2");
+
+    type(e, "one\ntwo");
+    EXPECT_TRUE(e->isModified());
+    const std::string path = home / "new.txt";
+    prompts.fileAnswers = {path};
+    frame->action("Save")->trigger();
+    EXPECT_EQ(prompts.messages.back(), "save: Save As");
+    EXPECT_EQ(pvtest::readFile(path), "one\r\ntwo"); // a new document has CR LF
+    EXPECT_EQ(e->caption(), path);
+    EXPECT_FALSE(e->isModified());
+
+    // Saved once, Save writes to the caption's path without asking.
+    type(e, "!");
+    frame->action("Save")->trigger();
+    EXPECT_EQ(pvtest::readFile(path), "one\r\ntwo!");
+    EXPECT_EQ(prompts.messages.size(), 1u);
+
+    // The compare window active: nothing to save.
+    frame->mdiArea()->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(window->parentWidget()));
+    EXPECT_FALSE(frame->action("Save")->isEnabled());
+}
+
+TEST_F(EditorTest, CloseAsksBeforeAChangedTextIsLost) {
+    const std::string file = home.write("c.txt", "keep\r\n");
+    frmNotePad* e = pv::LoadFileIntoEditor("\"" + file + "\"");
+    ASSERT_NE(e, nullptr);
+    EXPECT_FALSE(e->isModified());
+    closeWindow(e); // unchanged: no question
+    EXPECT_TRUE(prompts.messages.empty());
+    EXPECT_TRUE(editorCaptions().empty());
+
+    e = pv::LoadFileIntoEditor(file);
+    type(e, "x");
+    prompts.askAnswers = {pv::Answer::Cancel};
+    closeWindow(e);
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0],
+              "The text in [" + file + "] has changed.\r\nDo you want to save the changes?");
+    EXPECT_EQ(prompts.titles[0], "Pairview Utility ");
+    EXPECT_EQ(prompts.icons[0], pv::MessageIcon::Exclamation);
+    EXPECT_EQ(editorCaptions().size(), 1u);
+
+    prompts.askAnswers = {pv::Answer::No};
+    closeWindow(e);
+    EXPECT_TRUE(editorCaptions().empty());
+    EXPECT_EQ(pvtest::readFile(file), "keep\r\n");
+
+    e = pv::LoadFileIntoEditor(file);
+    type(e, "x");
+    prompts.askAnswers = {pv::Answer::Yes};
+    closeWindow(e);
+    EXPECT_TRUE(editorCaptions().empty());
+    EXPECT_EQ(pvtest::readFile(file), "xkeep\r\n");
+
+    // A new document: Yes asks for a name; the window closes even when that is
+    // cancelled.
+    e = pv::mnuFileNew();
+    type(e, "y");
+    prompts.askAnswers = {pv::Answer::Yes};
+    closeWindow(e);
+    EXPECT_EQ(prompts.messages.back(), "save: Save As");
+    EXPECT_TRUE(editorCaptions().empty());
+}
+
+TEST_F(EditorTest, FailedSaveKeepsTheWindowAndTheOldFile) {
+    const std::string file = home.write(std::string(250, 'n'), "old");
+    frmNotePad* e = pv::LoadFileIntoEditor(file);
+    type(e, "new ");
+    prompts.askAnswers = {pv::Answer::Yes};
+    closeWindow(e);
+    ASSERT_EQ(prompts.messages.size(), 2u); // the question, then the error
+    EXPECT_EQ(prompts.icons[1], pv::MessageIcon::Exclamation);
+    EXPECT_EQ(editorCaptions().size(), 1u);
+    EXPECT_TRUE(e->isModified());
+    EXPECT_EQ(pvtest::readFile(file), "old");
+    prompts.askAnswers = {pv::Answer::No};
+    closeWindow(e);
+}
+
+TEST_F(EditorTest, EditingKeepsTheFilesBytesAndLineEnds) {
+    // Latin-1 bytes (a non-breaking space among them) and CR LF line ends.
+    const std::string file = home.write("l1.txt", "caf\xE9\xA0z\r\nend\r\n");
+    frmNotePad* e = pv::LoadFileIntoEditor(file);
+    // The main window's status line says how the file will be written.
+    QLabel* format = frame->statusBar()->findChild<QLabel*>("StatusBar1_Panel1");
+    ASSERT_NE(format, nullptr);
+    EXPECT_EQ(format->text(), "Latin-1, CR LF");
+    caretAt(e, 6); // the CR LF after "z"
+    e->action("mnuEditDelete")->trigger();
+    EXPECT_EQ(e->textBox()->toPlainText(), QString::fromUtf8("caf\u00e9 zend\n"));
+    e->textBox()->selectAll();
+    e->action("ToUpperCase")->trigger();
+    e->action("mnuFileSave")->trigger();
+    EXPECT_EQ(pvtest::readFile(file), "CAF\xC9\xA0ZEND\r\n");
+
+    const std::string lf = home.write("lf.txt", "a\nb\n");
+    e = pv::LoadFileIntoEditor(lf);
+    e->textBox()->selectAll();
+    e->action("ToLowerCase")->trigger();
+    type(e, "C\n");
+    e->action("mnuFileSave")->trigger();
+    EXPECT_EQ(pvtest::readFile(lf), "C\n");
+    EXPECT_EQ(format->text(), "UTF-8, LF");
+}
+
+TEST_F(EditorTest, TimeDateFontAndDeleteAtTheEnd) {
+    pvtest::FakeClock clock;
+    const pv::Clock* old = pv::setProgramClock(&clock);
+    frmNotePad* e = pv::mnuFileNew();
+    e->action("mnuEditTime")->trigger();
+    EXPECT_EQ(e->text(), pv::nowText());
+    pv::setProgramClock(old);
+    e->action("mnuEditDelete")->trigger(); // the caret is at the end: nothing goes
+    EXPECT_EQ(e->text().size(), 19u);
+
+    // A font from the list, and the text stays unchanged.
+    e->action("mnuEditSelectAll")->trigger();
+    type(e, "");
+    QAction* font = e->arrayItem("mnuFontName", 0);
+    ASSERT_NE(font, nullptr);
+    pv::editorState().windows.setModified(e->slot(), false);
+    font->trigger();
+    EXPECT_EQ(e->textBox()->font().family(), font->text());
+    EXPECT_FALSE(e->isModified());
+}
+
+TEST_F(EditorTest, FindDialogRulesAndSearch) {
+    frmNotePad* e = pv::mnuFileNew();
+    type(e, "one Two two");
+    e->textBox()->selectAll();
+    {
+        pv::frmFind find(*e);
+        EXPECT_EQ(find.windowTitle(), "Find");
+        EXPECT_EQ(find.Text1()->text(), "one Two two"); // the selection
+        EXPECT_TRUE(find.cmdFind()->isEnabled());
+        EXPECT_TRUE(find.optDirection(1)->isChecked());
+        find.Text1()->clear();
+        EXPECT_FALSE(find.cmdFind()->isEnabled());
+        find.Text1()->setText("two");
+        find.chkCase()->setChecked(true);
+        caretAt(e, 0);
+        find.cmdFind()->click();
+        EXPECT_EQ(e->textBox()->textCursor().selectionStart(), 8);
+        find.optDirection(0)->click();
+        EXPECT_EQ(pv::editorState().find.findDirection, 0);
+        find.cmdcancel()->click();
+    }
+    EXPECT_EQ(pv::editorState().find.findText, u"two");
+    EXPECT_TRUE(pv::editorState().find.findMatchCase);
+
+    // Find Next goes on with the shared state: upwards, match case off.
+    pv::editorState().find.findMatchCase = false;
+    e->action("mnuSearchFindNext")->trigger();
+    EXPECT_EQ(e->textBox()->textCursor().selectionStart(), 4);
+    EXPECT_EQ(e->textBox()->textCursor().selectedText(), "Two");
+    {
+        caretAt(e, 0); // nothing selected: the dialog shows the last text
+        pv::frmFind find(*e);
+        EXPECT_EQ(find.Text1()->text(), "two");
+        EXPECT_TRUE(pv::editorState().find.findFresh);
+        EXPECT_TRUE(find.optDirection(0)->isChecked());
+    }
+}
+
+TEST_F(EditorTest, OpenDialogOpensRemembersAndRefusesLargeFiles) {
+    const std::string file = home.write("o.txt", "text");
+    prompts.fileAnswers = {file};
+    frame->action("Open")->trigger();
+    EXPECT_EQ(editorCaptions(), std::vector<std::string>{file});
+    EXPECT_EQ(value("RECENTFILES", "ITEM0"), file);
+
+    const std::string big = home / "big.txt";
+    std::filesystem::resize_file(home.write("big.txt"), 16u * 1024u * 1024u);
+    prompts.fileAnswers = {big};
+    frame->action("Open")->trigger();
+    EXPECT_EQ(prompts.messages.back(),
+              "The file is too large to open with this tool. Change your editor to NotePad.exe");
+    EXPECT_EQ(editorCaptions().size(), 1u);
+
+    // A file that cannot be read opens no window.
+    prompts.fileAnswers = {home.str()};
+    frame->action("Open")->trigger();
+    EXPECT_EQ(prompts.messages.back().rfind("Can't open file: " + home.str() + "\r\n", 0), 0u);
+    EXPECT_EQ(editorCaptions().size(), 1u);
+}
