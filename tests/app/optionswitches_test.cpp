@@ -69,21 +69,11 @@ INSTANTIATE_TEST_SUITE_P(
                               "mnu_Options_FindStr_i",
                               {{FC, "I", "True"}},
                               {"mnu_Options_FindStr_i"}},
-                    ClickCase{"FindStrLiteralAndRegexAreIndependent",
-                              {"mnu_Options_FindStr_L"},
-                              "mnu_Options_FindStr_r",
-                              {{FC, "R", "True"}},
-                              {"mnu_Options_FindStr_L", "mnu_Options_FindStr_r"}},
                     ClickCase{"DirBareAndWideAreIndependent",
                               {"mnu_Dir_w"},
                               "mnu_Dir_b",
                               {{DC, "DIR_B", "True"}},
                               {"mnu_Dir_w", "mnu_Dir_b"}},
-                    ClickCase{"TimeFieldsAreIndependent",
-                              {"mnu_Dir_t_a"},
-                              "mnu_Dir_t_w",
-                              {{DC, "DIR_TW", "True"}},
-                              {"mnu_Dir_t_a", "mnu_Dir_t_w"}},
                     // The opposite's own handler writes first, then the clicked item.
                     ClickCase{"PairOnTurnsOppositeOff",
                               {"mnu_Dir_a_a"},
@@ -95,21 +85,11 @@ INSTANTIATE_TEST_SUITE_P(
                               "mnu_Dir_a_hidden",
                               {{DC, "DIR_AH", "True"}},
                               {"mnu_Dir_a_hidden"}},
-                    ClickCase{"PairHiddenNamesDiffer",
-                              {"mnu_Dir_a_hidden"},
-                              "mnu_Dir_a_h_not",
-                              {{DC, "DIR_AH", "False"}, {DC, "DIR_AH_NOT", "True"}},
-                              {"mnu_Dir_a_h_not"}},
                     ClickCase{"PairOffLeavesOppositeAlone",
                               {"mnu_Dir_o_s", "mnu_Dir_o_s_not"},
                               "mnu_Dir_o_s",
                               {{DC, "DIR_OS", "False"}},
                               {"mnu_Dir_o_s_not"}},
-                    ClickCase{"SortKeysDoNotExcludeEachOther",
-                              {"mnu_Dir_o_n"},
-                              "mnu_Dir_o_d",
-                              {{DC, "DIR_OD", "True"}},
-                              {"mnu_Dir_o_n", "mnu_Dir_o_d"}},
                     // Both other mode keys are written "False" even when they were already off.
                     ClickCase{"AsciiModeOn",
                               {},
@@ -189,37 +169,6 @@ TEST(SwitchTable, NamesAndKeysAreUnique) {
         EXPECT_TRUE(keys.insert(std::string(item.section) + "/" + item.key).second) << item.key;
     }
     EXPECT_EQ(names.size(), 11u + 34u + 14u);
-}
-
-} // namespace
-
-#include "settings/settings.h"
-#include "support/temptree.h"
-
-namespace {
-
-// The click writes straight through to the settings file.
-TEST(SwitchClick, SettingsFileAfterEachClick) {
-    pvtest::TempDir dir;
-    pv::Settings settings(dir / "Pairview.ini");
-    MenuStates states;
-    auto write = [&](const SettingWrite& w) { settings.write(w.section, w.key, w.value); };
-
-    pv::clickSwitch("mnu_Options_Compare_Binary", states, write);
-    EXPECT_EQ(settings.read(CC, "FC_B"), "True");
-    EXPECT_EQ(settings.read(CC, "FC_L"), "False");
-
-    pv::clickSwitch("mnu_Options_Compare_Ascii_a", states, write);
-    EXPECT_EQ(settings.read(CC, "FC_A"), "True");
-    EXPECT_EQ(settings.read(CC, "FC_L"), "True");
-    EXPECT_EQ(settings.read(CC, "FC_B"), "False");
-    EXPECT_EQ(settings.read(CC, "FC_U"), "False");
-
-    pv::clickSwitch("mnu_Dir_a_a", states, write);
-    pv::clickSwitch("mnu_Dir_a_a_not", states, write);
-    EXPECT_EQ(settings.read(DC, "DIR_AA"), "False");
-    EXPECT_EQ(settings.read(DC, "DIR_AA_NOT"), "True");
-    EXPECT_EQ(settings.read(FC, "B"), ""); // untouched sections stay unwritten
 }
 
 } // namespace

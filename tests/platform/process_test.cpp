@@ -159,11 +159,6 @@ TEST_F(ResolveProgram, PathsStandAndNamesAreSearched) {
     EXPECT_TRUE(pv::resolveProgram("plain").empty());
 }
 
-TEST(PvcmdPath, EnvironmentWins) {
-    EnvGuard pvcmd("PAIRVIEW_PVCMD", "/x/y/pvcmd");
-    EXPECT_EQ(pv::pvcmdPath(), "/x/y/pvcmd");
-}
-
 TEST(RunAndWait, ReturnsExitCodeAndSignal) {
     EXPECT_EQ(pv::runAndWait({"/bin/sh", "-c", "exit 0"}), 0);
     EXPECT_EQ(pv::runAndWait({"/bin/sh", "-c", "exit 3"}), 3);

@@ -208,18 +208,6 @@ INSTANTIATE_TEST_SUITE_P(
                report("***** a.txt\n    2:  B\n    3:  C\n"
                       "***** b.txt\n    2:  B\n...\n    5:  C\n*****\n\n"),
                1},
-        Golden{"DoubleCrStillDiffers",
-               {},
-               "ABC\r\r\n",
-               "ABC\n",
-               report("***** a.txt\nABC\r\n***** b.txt\nABC\n*****\n\n"),
-               1},
-        Golden{"NulEndsALine",
-               {},
-               std::string("A\0B\n", 4),
-               "A\nB\n",
-               report("FC: no differences encountered\n\n"),
-               0},
         Golden{
             "BinaryEqual", {"/b"}, "ABC", "ABC", report("FC: no differences encountered\n\n"), 0},
         Golden{"BinarySameLength",
