@@ -126,25 +126,38 @@ class DirectoryPanes : public pv::ComparePanes {
     // As a file list does, a pane lists its directory when it is pointed at it.
     pv::PaneLists lists() override {
         if (!m_leftListed)
-            m_leftFiles = pv::listFiles(m_left, m_pattern);
+            moveLeft(m_left);
         if (!m_rightListed)
-            m_rightFiles = pv::listFiles(m_right, m_pattern);
-        m_leftListed = m_rightListed = true;
+            moveRight(m_right);
         return {m_left, m_right, m_leftFiles, m_rightFiles};
     }
+    // Each directory is read once for both its files and its sub-directories,
+    // which the walk asks for next.
     std::string moveLeft(const std::string& dir) override {
-        m_leftFiles = pv::listFiles(dir, m_pattern);
+        pv::DirectoryListing listing = pv::readDirectory(dir); // throws when unreadable
+        m_leftFiles = pv::matchingNames(listing.files, m_pattern);
+        m_leftSubdirectories = std::move(listing.subdirectories);
         m_leftListed = true;
         return m_left = dir;
     }
     std::string moveRight(const std::string& dir) override {
-        m_rightFiles = pv::listFiles(dir, m_pattern); // throws when it cannot be read
+        pv::DirectoryListing listing = pv::readDirectory(dir); // throws when unreadable
+        m_rightFiles = pv::matchingNames(listing.files, m_pattern);
+        m_rightSubdirectories = std::move(listing.subdirectories);
         m_rightListed = true;
         return m_right = dir;
     }
     std::vector<std::string> subdirectories(const std::string& dir) override {
+        std::vector<std::string> names;
+        if (m_leftListed && dir == m_left)
+            names = m_leftSubdirectories;
+        else if (m_rightListed && dir == m_right)
+            names = m_rightSubdirectories;
+        else
+            names = pv::listSubdirectories(dir);
         std::vector<std::string> paths;
-        for (const std::string& name : pv::listSubdirectories(dir))
+        paths.reserve(names.size());
+        for (const std::string& name : names)
             paths.push_back(pv::joinPath(dir, name));
         return paths;
     }
@@ -152,6 +165,7 @@ class DirectoryPanes : public pv::ComparePanes {
   private:
     std::string m_left, m_right, m_pattern;
     std::vector<std::string> m_leftFiles, m_rightFiles;
+    std::vector<std::string> m_leftSubdirectories, m_rightSubdirectories;
     bool m_leftListed = false, m_rightListed = false;
 };
 
