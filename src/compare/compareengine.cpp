@@ -59,8 +59,8 @@ int CompareEngine::seqWidth(long count1, long count2) {
 
 std::string CompareEngine::fcLine(const std::string& leftPath, const std::string& rightPath,
                                   const std::string& resultsFile) const {
-    return "fc " + directoryFcSwitches(m_options) + "\"" + leftPath + "\" \"" +
-           rightPath + "\"  >> " + resultsFile;
+    return "fc " + directoryFcSwitches(m_options) + scriptArgument(leftPath) + " " +
+           scriptArgument(rightPath) + "  >> " + resultsFile;
 }
 
 void writeCompareHeader(CompareObserver& observer, const std::string& leftDir,
