@@ -11,6 +11,11 @@ struct CmdCase {
     std::optional<std::string> expected;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+static void PrintTo(const CmdCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class CommandLine : public ::testing::TestWithParam<CmdCase> {};
 
 TEST_P(CommandLine, FindsSettingsPath) {
@@ -19,20 +24,20 @@ TEST_P(CommandLine, FindsSettingsPath) {
 
 INSTANTIATE_TEST_SUITE_P(
     Cases, CommandLine,
-    ::testing::Values(
-        CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
-        CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
-        CmdCase{"mixed_case_option", "-Ini a.ini", "a.ini"},
-        CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
-        CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
-        CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
-        CmdCase{"nothing", "", std::nullopt},
-        CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
-        CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
-        // Eleven tokens are examined: the option as the eleventh still counts...
-        CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
-        // ...as the twelfth it is not seen.
-        CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini", std::nullopt}),
+    ::testing::Values(CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
+                      CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
+                      CmdCase{"mixed_case_option", "-Ini a.ini", "a.ini"},
+                      CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
+                      CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
+                      CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
+                      CmdCase{"nothing", "", std::nullopt},
+                      CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
+                      CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
+                      // Eleven tokens are examined: the option as the eleventh still counts...
+                      CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
+                      // ...as the twelfth it is not seen.
+                      CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini",
+                              std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST(ProgramPaths, PerWindowNamesInsertTagBeforeExtension) {

@@ -6,10 +6,10 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <sstream>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -109,6 +109,11 @@ struct EntryRow {
     pvcmd::ToolArgs args;
     std::vector<std::string> names; // the names, in order, as the last column shows them
 };
+
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const EntryRow& row, std::ostream* os) {
+    *os << row.name;
+}
 
 class DirEntries : public DirListing, public ::testing::WithParamInterface<EntryRow> {};
 

@@ -23,6 +23,11 @@ struct MatchRow {
     std::string expected;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const MatchRow& row, std::ostream* os) {
+    *os << row.name;
+}
+
 // The file every matching row searches: CR LF and LF lines, last line unterminated.
 const char* kText = "Hello world\r\n"
                     "hello there\n"

@@ -47,6 +47,11 @@ struct ParseCase {
     bool hidden;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const ParseCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class ScriptLineParse : public ::testing::TestWithParam<ParseCase> {};
 
 TEST_P(ScriptLineParse, SplitsTextAndRedirections) {
@@ -99,6 +104,11 @@ struct EchoCase {
     const char* file;   // expected contents of f (LF for CR LF), or null
     const char* out;    // expected standard output
 };
+
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const EchoCase& row, std::ostream* os) {
+    *os << row.name;
+}
 
 class Echo : public ::testing::TestWithParam<EchoCase> {};
 

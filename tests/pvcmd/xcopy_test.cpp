@@ -96,6 +96,11 @@ struct OverwriteRow {
     std::string aContent, bContent;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const OverwriteRow& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class XcopyOverwrite : public Xcopy, public ::testing::WithParamInterface<OverwriteRow> {};
 
 TEST_P(XcopyOverwrite, AsksOrNot) {

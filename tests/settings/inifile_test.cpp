@@ -22,6 +22,11 @@ struct ReadCase {
     std::string expected;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const ReadCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class IniRead : public ::testing::TestWithParam<ReadCase> {};
 
 TEST_P(IniRead, FindsValue) {
