@@ -1,11 +1,13 @@
 #!/usr/bin/env bash
 # Sets up a fresh Debian machine for Pairview, builds it, and then either starts
-# the program (./dev.sh run) or runs every test (./dev.sh test).
+# the program (./dev.sh run), runs every test (./dev.sh test) or builds the Debian
+# package (./dev.sh package).
 set -euo pipefail
 cd "$(dirname "$0")"
 
 packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-qpa-plugins libqt6test6
-          libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6)
+          libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6
+          dpkg-dev file desktop-file-utils appstream)
 
 missing=()
 for p in "${packages[@]}"; do
@@ -29,5 +31,8 @@ cmake --build --preset default
 case "${1:-run}" in
   run)  shift || true; exec ./build/src/pairview "$@" ;;
   test) QT_QPA_PLATFORM=offscreen ctest --preset default ;;
-  *)    echo "usage: ./dev.sh [run|test]"; exit 2 ;;
+  package)
+        cpack --config build/CPackConfig.cmake -B build/package >/dev/null
+        ls build/package/*.deb ;;
+  *)    echo "usage: ./dev.sh [run|test|package]"; exit 2 ;;
 esac

@@ -81,8 +81,11 @@ std::string resolveProgramDirectory() {
         copyShippedFilesInto(dir);
         return dir;
     }
+    // A build tree (or a copied folder) keeps the shipped files beside the programs
+    // and works in place; an installed program keeps them in ../share/pairview and
+    // must not write into bin, even when it could (as root it always can).
     std::string exeDir = executableDirectory();
-    if (::access(exeDir.c_str(), W_OK) == 0)
+    if (sharedFilesDirectory() == exeDir && ::access(exeDir.c_str(), W_OK) == 0)
         return exeDir;
     std::string data;
     // A relative XDG_DATA_HOME is invalid and ignored, as the desktop rules say.

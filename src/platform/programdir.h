@@ -9,8 +9,9 @@ namespace pv {
 std::string executableDirectory();
 
 // The program directory, always absolute: $PAIRVIEW_HOME when set (relative to the
-// current directory); else the executable's directory
-// when it is writable; else the per-user data directory ($XDG_DATA_HOME/pairview,
+// current directory); else the executable's directory when it holds the shipped
+// files (a build tree, not an installed program) and is writable; else the
+// per-user data directory ($XDG_DATA_HOME/pairview,
 // or ~/.local/share/pairview), created when missing. Unless it is the executable's
 // directory, the shipped files (CompareSelectedFile.cmd) are installed in it.
 std::string resolveProgramDirectory();

@@ -1,11 +1,16 @@
 #include "results/resultsnavigation.h"
 
+#include "compare/compareengine.h"
+#include "compare/compareobserver.h"
+#include "compare/linesink.h"
+
 #include <gtest/gtest.h>
+#include <map>
 
 using namespace pv;
 
 namespace {
-const std::vector<std::string> kTwoBlocks = {
+const ResultLines kTwoBlocks = {
     "Start\t2026-05-07 09:05:07",
     "Directory 1: /a ",
     "Directory 2: /b ",
@@ -20,9 +25,67 @@ const std::vector<std::string> kTwoBlocks = {
 };
 } // namespace
 
+// Collects the lines a compare writes.
+struct LineCollector : CompareObserver {
+    std::vector<std::string> lines;
+    void setCntl(std::string_view) override {}
+    bool isEmpty() const override { return lines.empty(); }
+    void addLine(std::string_view line) override { lines.emplace_back(line); }
+    void initializeProgress(long) override {}
+    void incrementProgress() override {}
+    void completeProgress() override {}
+};
+
+// The name column is where the compare puts the name, whatever the attribute
+// texts look like: each row is one compare whose pair lines must give back
+// their names, blanks included.
+TEST(ResultsNavigation, NameComesFromTheNameColumnOfTheComparesLines) {
+    struct Row {
+        const char* name;
+        std::map<std::string, std::string> left, right; // name -> attribute text
+    };
+    const std::string date = "2026\\05\\07 9:5:7", later = "2026\\05\\08 10:15:17";
+    const Row rows[] = {
+        {"no attributes", {{"my notes.txt", ""}, {"b", ""}}, {{"my notes.txt", ""}, {"b", ""}}},
+        {"date, time and length",
+         {{"a b.txt", date + " - 12"}, {"c  d", date + " - 7"}},
+         {{"a b.txt", later + " - 12345"}, {"c  d", date + " - 7"}}},
+        {"length only",
+         {{"x - 5 y", " - 5"}, {"z", " - 100"}},
+         {{"x - 5 y", " - 77"}, {"z", " - 100"}}},
+        {"date only", {{"two  blanks", date}}, {{"two  blanks", later}}},
+        {"a failure text on one side",
+         {{"gone now.txt", "Can't find the file"}},
+         {{"gone now.txt", date + " - 3"}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::vector<std::string> left, right;
+        std::map<std::string, std::string> attrs;
+        for (const auto& [name, attr] : row.left) {
+            left.push_back(name);
+            attrs["/l/" + name] = attr;
+        }
+        for (const auto& [name, attr] : row.right) {
+            right.push_back(name);
+            attrs["/r/" + name] = attr;
+        }
+        CompareEngine engine({}, [&](const std::string& path) { return attrs.at(path); });
+        LineCollector out;
+        StringLineSink script;
+        engine.run({"/l", "/r", &left, &right, "res.txt"}, out, script, {});
+        std::vector<std::string> named;
+        for (const std::string& line : out.lines)
+            if (lineNamesPair(line))
+                named.push_back(fileNameOfLine(line));
+        EXPECT_EQ(named, left);
+    }
+}
+
 TEST(ResultsNavigation, LineNamesAndDirectories) {
     EXPECT_EQ(fileNameOfLine("0 -matched-   0   y.txt"), "y.txt");
-    EXPECT_EQ(fileNameOfLine("0 -matched-   0   my file.txt"), "file.txt");
+    // Lines not laid out as a pair line keep the text after the last blank.
+    EXPECT_EQ(fileNameOfLine("Directory 1: /a b"), "b");
     EXPECT_TRUE(lineNamesPair(kTwoBlocks[4]));
     EXPECT_TRUE(lineNamesPair(kTwoBlocks[9]));
     EXPECT_FALSE(lineNamesPair(kTwoBlocks[10]));

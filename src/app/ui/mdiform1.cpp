@@ -1,8 +1,10 @@
 #include "app/ui/mdiform1.h"
 
+#include "app/errorpolicy.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
 #include "app/ui/formregistry.h"
+#include "app/windowplacement.h"
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
 #include "platform/process.h"
@@ -12,9 +14,12 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScreen>
 #include <QTimer>
 
 namespace pv {
@@ -25,7 +30,7 @@ MDIForm1* g_mainWindow = nullptr;
 
 // The switch items' checked state as the menu holds it.
 class MenuSwitchStates : public SwitchStates {
-public:
+  public:
     explicit MenuSwitchStates(const MDIForm1& frame) : m_frame(frame) {}
     bool isChecked(std::string_view name) const override {
         QAction* a = m_frame.action(QString::fromUtf8(name.data(), qsizetype(name.size())));
@@ -36,13 +41,15 @@ public:
             a->setChecked(checked);
     }
 
-private:
+  private:
     const MDIForm1& m_frame;
 };
 
 } // namespace
 
-MDIForm1* mainWindow() { return g_mainWindow; }
+MDIForm1* mainWindow() {
+    return g_mainWindow;
+}
 
 MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     : QMainWindow(parent), m_arguments(std::move(arguments)) {
@@ -59,6 +66,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     connectCommands();
     connectCompareCommands(*this);
     resize(1100, 760);
+    setWindowIcon(QIcon(":/icons/pairview.svg"));
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
         if (sub)
             if (auto* p = qobject_cast<Pairview*>(sub->widget()))
@@ -77,6 +85,9 @@ void MDIForm1::MDIForm_Load(const std::string& programDirectory) {
     show();
     QDir::setCurrent(QString::fromStdString(programDirectory));
     defaultCompareWindow(true);
+    // The first compare window's load settles which settings file is in use.
+    restorePlacement();
+    m_loaded = true;
     refreshTickCount = 0;
     m_timer->start(60000);
 }
@@ -208,7 +219,9 @@ void MDIForm1::createSwitchMenus(QMenu* options) {
     for (const SwitchItem& item : switchItems()) {
         std::string_view section = item.section;
         std::string_view name = item.menuName;
-        QMenu* target = section == "COMPARECONTROL" ? compare : section == "FINDCONTROL" ? find : dir;
+        QMenu* target = section == "COMPARECONTROL" ? compare
+                        : section == "FINDCONTROL"  ? find
+                                                    : dir;
         if (target == dir)
             for (Group& g : groups)
                 if (name.substr(0, std::string_view(g.prefix).size()) == g.prefix) {
@@ -236,6 +249,7 @@ QMdiSubWindow* MDIForm1::showChild(QWidget* form) {
     FormRegistry::add(form);
     QMdiSubWindow* sub = m_mdiArea->addSubWindow(form);
     sub->setAttribute(Qt::WA_DeleteOnClose);
+    sub->setWindowIcon(windowIcon());
     form->setAttribute(Qt::WA_DeleteOnClose);
     form->show();
     return sub;
@@ -276,7 +290,9 @@ void MDIForm1::closeAllForms() {
             FormRegistry::unload(f);
 }
 
-void MDIForm1::MDIForm_Unload() { closeThisForm("frmAbout"); }
+void MDIForm1::MDIForm_Unload() {
+    closeThisForm("frmAbout");
+}
 
 void MDIForm1::Exit_Click() {
     closeThisForm("frmAbout");
@@ -296,9 +312,34 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
         return;
     }
     MDIForm_Unload();
+    if (m_loaded)
+        skipOnError([this] { savePlacement(); });
     m_mdiArea->closeAllSubWindows();
     m_timer->stop();
     event->accept();
+}
+
+// The window comes back where it was, but always on a screen that exists now.
+void MDIForm1::restorePlacement() {
+    const std::optional<WindowPlacement> stored = readWindowPlacement(programSettings());
+    if (!stored)
+        return;
+    QRect frame(stored->x, stored->y, stored->width, stored->height);
+    if (const QScreen* screen = QGuiApplication::screenAt(frame.center())) {
+        const QRect available = screen->availableGeometry();
+        frame.setSize(frame.size().boundedTo(available.size()));
+        if (!available.contains(frame))
+            frame.moveTopLeft(available.topLeft());
+    }
+    setGeometry(frame);
+    if (stored->maximized)
+        setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void MDIForm1::savePlacement() {
+    const QRect normal = isMaximized() ? normalGeometry() : geometry();
+    writeWindowPlacement(programSettings(),
+                         {normal.x(), normal.y(), normal.width(), normal.height(), isMaximized()});
 }
 
 } // namespace pv

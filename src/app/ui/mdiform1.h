@@ -68,6 +68,9 @@ public:
     void Cascade_Click();
     void Horizontal_Click();
     void Vertical_Click();
+    // Lists the open child windows at the end of the "&Window" menu by caption,
+    // the active one checked; choosing one brings it to the front.
+    void fillWindowList();
     void UseAssociated_Click();
 
     void closeThisForm(const QString& name);
@@ -89,10 +92,13 @@ private:
     void refreshCompareWindow(Pairview* window, bool stamp);
     void forwardToActive(const char* procedure);
     void tileChildren(Qt::Orientation orientation);
+    void restorePlacement();
+    void savePlacement();
 
     std::vector<std::string> m_arguments;
     QMdiArea* m_mdiArea = nullptr;
     QTimer* m_timer = nullptr;
+    bool m_loaded = false;         // the start sequence ran: the placement is worth keeping
     int m_lastAdditionalIndex = 0; // additional compare windows' indexes are never reused
 };
 

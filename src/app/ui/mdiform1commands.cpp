@@ -25,7 +25,9 @@
 #include <QAction>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMetaObject>
+#include <QPointer>
 #include <QTimer>
 
 namespace pv {
@@ -156,6 +158,7 @@ void MDIForm1::connectCommands() {
     bind("Cascade", [this] { Cascade_Click(); });
     bind("Horizontal", [this] { Horizontal_Click(); });
     bind("Vertical", [this] { Vertical_Click(); });
+    connect(menu("Window"), &QMenu::aboutToShow, this, &MDIForm1::fillWindowList);
 
     // Item 0 of the recent files is the list's heading, not a file.
     arrayItem("Recent", 0)->setEnabled(false);
@@ -357,6 +360,34 @@ void MDIForm1::Cascade_Click() {
         if (sub->isMaximized())
             sub->showNormal();
     m_mdiArea->cascadeSubWindows();
+}
+
+void MDIForm1::fillWindowList() {
+    QMenu* window = menu("Window");
+    for (QAction* a : window->actions())
+        if (a->property("windowList").toBool())
+            delete a;
+    const QList<QMdiSubWindow*> children = m_mdiArea->subWindowList();
+    if (children.isEmpty())
+        return;
+    window->addSeparator()->setProperty("windowList", true);
+    for (int i = 0; i < children.size(); ++i) {
+        QPointer<QMdiSubWindow> sub = children[i];
+        QAction* a = window->addAction(sub->widget() ? sub->widget()->windowTitle() : QString());
+        a->setObjectName("WindowList");
+        a->setProperty("index", i);
+        a->setProperty("windowList", true);
+        a->setCheckable(true);
+        a->setChecked(sub == m_mdiArea->activeSubWindow());
+        connect(a, &QAction::triggered, this, [this, sub] {
+            if (!sub)
+                return;
+            if (sub->isMinimized())
+                sub->showNormal();
+            m_mdiArea->setActiveSubWindow(sub);
+            sub->raise();
+        });
+    }
 }
 
 void MDIForm1::Horizontal_Click() {

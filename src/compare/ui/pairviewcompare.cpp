@@ -181,6 +181,7 @@ void Pairview::Compare_Button_Click() {
     } runningGuard;
     QPointer<Pairview> self(this);
     ResultsList* results = ResultsList::instance();
+    results->bringToFront();
     DirectoryCompare compare(*results, m_compare->files(),
                              [](const std::string& command) { return startDetached(command); });
     compare.setAttrOne(attrOne);

@@ -9,13 +9,16 @@
 #include "platform/prompter.h"
 #include "platform/textfile.h"
 #include "results/resultsnavigation.h"
+#include "results/ui/resultsmodel.h"
+#include "results/ui/resultsview.h"
 
 #include <QCloseEvent>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -32,8 +35,10 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     setProperty("tag", QString());
     setWindowTitle("ResultsList");
 
-    m_list = new QListWidget(this);
+    m_model = new ResultsModel(this);
+    m_list = new ResultsView(this);
     m_list->setObjectName("List1");
+    m_list->setModel(m_model);
     // A fixed-pitch font, so that the padded columns line up.
     // "Courier New" first; where it is not installed, the usual fixed-pitch faces.
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -42,7 +47,6 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     font.setStyleHint(QFont::TypeWriter);
     font.setFixedPitch(true);
     m_list->setFont(font);
-    m_list->setUniformItemSizes(true);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
 
     m_nextDifference = new QPushButton("Next Difference", this);
@@ -59,23 +63,24 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_percentage->setReadOnly(true);
     m_percentage->setMaximumWidth(90);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(m_nextDifference);
-    buttons->addWidget(m_print);
-    buttons->addWidget(m_progressBar, 1);
-    buttons->addWidget(m_percentage);
+    m_buttons = new QHBoxLayout;
+    m_buttons->addWidget(m_nextDifference);
+    m_buttons->addWidget(m_print);
+    m_buttons->addWidget(m_progressBar, 1);
+    m_buttons->addWidget(m_percentage);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_list, 1);
-    layout->addLayout(buttons);
+    layout->addLayout(m_buttons);
     resize(760, 420);
 
     // A selection made by code or by the keys raises the click as well; a mouse
     // click on the line already selected does too (one that moves the selection
     // has raised it through the move).
-    connect(m_list, &QListWidget::currentRowChanged, this, [this](int) { List1_Click(); });
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { List1_Click(); });
     m_list->viewport()->installEventFilter(this);
-    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
-        if (m_list->row(item) == m_rowAtPress)
+    connect(m_list, &QAbstractItemView::clicked, this, [this](const QModelIndex& index) {
+        if (index.row() == m_rowAtPress)
             List1_Click();
         m_rowAtPress = -1;
     });
@@ -111,6 +116,23 @@ ResultsList* ResultsList::instance(bool create) {
     return r;
 }
 
+void ResultsList::bringToFront() {
+    auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
+    QMdiArea* area = sub ? sub->mdiArea() : nullptr;
+    if (!area) {
+        QWidget::show();
+        raise();
+        activateWindow();
+        return;
+    }
+    if (sub->isMinimized())
+        sub->showNormal();
+    sub->show();
+    // Activating the window that is already active does not raise it.
+    area->setActiveSubWindow(sub);
+    sub->raise();
+}
+
 void ResultsList::closeEvent(QCloseEvent* event) {
     // A running compare writes here; it is asked to stop instead.
     if (Pairview::stopInsteadOfClosing()) {
@@ -121,10 +143,15 @@ void ResultsList::closeEvent(QCloseEvent* event) {
 }
 
 void ResultsList::setCntl(std::string_view value) {
-    m_cntl = value;
-    if (m_cntl.empty()) { // a compare has ended: show everything it wrote
+    // A compare that ends shows everything it wrote, its last line selected:
+    // the last paint is made while the value is still "Process", so that the
+    // selection compares nothing.
+    const bool ending = m_cntl == "Process" && value != "Process";
+    if (ending)
         paintNow();
-    }
+    m_cntl = value;
+    if (m_cntl.empty() && !ending)
+        paintNow();
 }
 
 void ResultsList::InitializeProgressBar1(long max) {
@@ -156,18 +183,16 @@ void ResultsList::CompleteProgressBar1() {
 }
 
 bool ResultsList::isEmpty() const {
-    return m_pending.isEmpty() && m_list->count() == 0;
+    return m_model->lines().empty();
 }
 
 void ResultsList::addLine(std::string_view line) {
-    m_pending.append(QString::fromUtf8(line.data(), static_cast<qsizetype>(line.size())));
+    m_model->append(line);
 }
 
 void ResultsList::flush() const {
-    if (m_pending.isEmpty())
-        return;
-    m_list->addItems(m_pending);
-    m_pending.clear();
+    m_model->publish();
+    m_list->setLongestRow(m_model->lines().longest());
 }
 
 void ResultsList::paintNow() {
@@ -189,12 +214,13 @@ void ResultsList::paintNow() {
     }
     // While a compare runs its newest line is selected, so the list follows it
     // (a selection then starts no single compare); otherwise it only scrolls.
-    if (m_cntl == "Process" && m_list->count() > 0)
-        m_list->setCurrentRow(m_list->count() - 1);
+    const int count = m_model->rowCount();
+    if (m_cntl == "Process" && count > 0)
+        m_list->setCurrentIndex(m_model->index(count - 1));
     else
         m_list->scrollToBottom();
     if (isVisible()) {
-        m_list->repaint();
+        m_list->viewport()->repaint();
         QWidget::repaint();
     }
     m_sincePaint.restart();
@@ -205,37 +231,38 @@ void ResultsList::repaint() {
         paintNow();
 }
 
+const ResultLines& ResultsList::store() const {
+    return m_model->lines();
+}
+
 std::vector<std::string> ResultsList::lines() const {
-    flush();
-    std::vector<std::string> out;
-    out.reserve(static_cast<size_t>(m_list->count()));
-    for (int n = 0; n < m_list->count(); ++n)
-        out.push_back(m_list->item(n)->text().toStdString());
-    return out;
+    return m_model->lines().toVector();
 }
 
 int ResultsList::lineCount() const {
     flush();
-    return m_list->count();
+    return static_cast<int>(m_model->lines().size());
 }
 
 void ResultsList::selectLine(int index) {
     flush();
-    if (index == m_list->currentRow() && index >= 0)
+    if (index == selectedLine() && index >= 0)
         List1_Click(); // selecting the selected line clicks it again
+    else if (index < 0)
+        m_list->setCurrentIndex({});
     else
-        m_list->setCurrentRow(index);
+        m_list->setCurrentIndex(m_model->index(index));
 }
 
 bool ResultsList::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list->viewport() && event->type() == QEvent::MouseButtonPress)
-        m_rowAtPress = m_list->currentRow();
+        m_rowAtPress = selectedLine();
     return QWidget::eventFilter(watched, event);
 }
 
 int ResultsList::selectedLine() const {
-    flush();
-    return m_list->currentRow();
+    const QModelIndex current = m_list->currentIndex();
+    return current.isValid() ? current.row() : -1;
 }
 
 QString ResultsList::progressText() const {
@@ -245,20 +272,21 @@ QString ResultsList::progressText() const {
 void ResultsList::List1_Click() {
     if (m_cntl == "Process")
         return; // a compare is appending and selecting lines
-    int row = m_list->currentRow();
+    int row = selectedLine();
     if (row < 0)
         return;
-    std::string line = m_list->item(row)->text().toStdString();
+    std::string_view line = store()[row];
     if (!lineNamesPair(line))
         return;
     std::string fileName = fileNameOfLine(line);
-    LineDirectories dirs = directoriesOfLine(lines(), row);
+    LineDirectories dirs = directoriesOfLine(store(), row);
     if (m_singleCompare)
         m_singleCompare(fileName, dirs.dir1, fileName, dirs.dir2);
 }
 
 void ResultsList::NextDifference_Click() {
-    NextDifference next = findNextDifference(lines(), m_list->currentRow());
+    flush();
+    NextDifference next = findNextDifference(store(), selectedLine());
     switch (next.kind) {
     case NextDifference::Kind::Found:
         selectLine(static_cast<int>(next.index));
@@ -276,7 +304,7 @@ void ResultsList::NextDifference_Click() {
 void ResultsList::PrintButton_Click() {
     // Each step that fails is passed over and the next one runs.
     skipOnError([this] { paintNow(); });
-    skipOnError([this] { writeFileAtomic(m_listFilePath, printListText(lines())); });
+    skipOnError([this] { writeFileAtomic(m_listFilePath, printListText(store())); });
     skipOnError([this] {
         if (m_runEditor)
             m_runEditor(m_listFilePath);

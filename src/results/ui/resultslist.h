@@ -5,19 +5,22 @@
 #include "compare/compareobserver.h"
 
 #include <QElapsedTimer>
-#include <QStringList>
 #include <QWidget>
 
 #include <functional>
 #include <string>
 #include <vector>
 
-class QListWidget;
+class QHBoxLayout;
 class QProgressBar;
 class QPushButton;
 class QLineEdit;
 
 namespace pv {
+
+class ResultLines;
+class ResultsModel;
+class ResultsView;
 
 class ResultsList : public QWidget, public CompareObserver {
     Q_OBJECT
@@ -29,6 +32,9 @@ class ResultsList : public QWidget, public CompareObserver {
     // `create` is false. A click on a matched or different line compares that
     // pair in the active compare window; "print" opens its file in the editor.
     static ResultsList* instance(bool create = true);
+    // Brings the window in front of the other child windows of the main window
+    // and activates it (a visible but covered window included).
+    void bringToFront();
 
     // What a click on a matched or different line does: compare the pair
     // (fileName, dir1, fileName, dir2) in the active compare window.
@@ -56,11 +62,14 @@ class ResultsList : public QWidget, public CompareObserver {
     void initializeProgress(long max) override { InitializeProgressBar1(max); }
     void incrementProgress() override { IncrementProgressBar1(); }
     void completeProgress() override { CompleteProgressBar1(); }
-    // Scrolls to the last line and repaints, at most every few tens of
-    // milliseconds so that a big compare is not slowed by painting.
+    // Shows the lines added since the last paint, selects the last line while a
+    // compare runs (else scrolls to it) and repaints, at most every few tens of
+    // milliseconds so that a big compare is not slowed by painting. When the
+    // compare ends (setCntl("")) its last line is selected whatever was skipped.
     void repaint() override;
 
     // The list's lines, every added line included.
+    const ResultLines& store() const;
     std::vector<std::string> lines() const;
     int lineCount() const;
     // Selects a line (as a click would; -1 clears the selection).
@@ -74,16 +83,21 @@ class ResultsList : public QWidget, public CompareObserver {
     void NextDifference_Click();
     void PrintButton_Click();
 
+    // The row of buttons, for callers that add their own after the progress.
+    QHBoxLayout* buttonRow() const { return m_buttons; }
+
   protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    // Moves lines added since the last paint into the list widget.
+    // Shows the lines added since the last paint in the list.
     void flush() const;
     void paintNow();
 
-    QListWidget* m_list;
+    ResultsModel* m_model;
+    ResultsView* m_list;
+    QHBoxLayout* m_buttons;
     QPushButton* m_nextDifference;
     QPushButton* m_print;
     QProgressBar* m_progressBar;
@@ -94,7 +108,6 @@ class ResultsList : public QWidget, public CompareObserver {
     long m_progressCount = 0;
     bool m_progressChanged = false;
     bool m_progressComplete = false;
-    mutable QStringList m_pending;
     QElapsedTimer m_sincePaint;
     int m_rowAtPress = -1; // the selected line when the mouse went down on the list
 

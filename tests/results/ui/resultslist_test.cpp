@@ -1,9 +1,9 @@
 #include "results/ui/resultslist.h"
+#include "results/ui/resultsview.h"
 #include "support/recordingprompter.h"
 #include "support/temptree.h"
 
 #include <QLineEdit>
-#include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
@@ -38,9 +38,15 @@ const std::vector<std::string> kBlocks = {
     "1 -different- 1  - 4  - 5 w.txt",
 };
 
-std::string fileNameOfSelected(QListWidget* list) {
-    std::string line = list->currentItem()->text().toStdString();
+std::string fileNameOfSelected(ResultsView* list) {
+    std::string line = list->currentIndex().data().toString().toStdString();
     return line.substr(line.find_last_of(' ') + 1);
+}
+
+// Clicks the mouse on a row of the list.
+void clickRow(ResultsView* list, int row) {
+    QRect rect = list->visualRect(list->model()->index(row, 0));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
 }
 
 } // namespace
@@ -54,7 +60,7 @@ TEST(ResultsList, ControlsCarryTheirNames) {
     EXPECT_EQ(r.findChild<QPushButton*>("NextDifference")->text(), "Next Difference");
     EXPECT_EQ(r.findChild<QPushButton*>("PrintButton")->text(), "print");
     // A fixed-pitch font is asked for (whether one is installed is the system's matter).
-    EXPECT_TRUE(r.findChild<QListWidget*>("List1")->font().fixedPitch());
+    EXPECT_TRUE(r.findChild<ResultsView*>("List1")->font().fixedPitch());
 }
 
 TEST(ResultsList, ClicksCompareOnlyMatchedAndDifferentLinesWithTheirBlocksDirectories) {
@@ -76,10 +82,9 @@ TEST(ResultsList, ClicksCompareOnlyMatchedAndDifferentLinesWithTheirBlocksDirect
     EXPECT_EQ(clicks[1].file2, "x.txt");
     EXPECT_EQ(clicks[1].dir1, "/a");
     // A real mouse click on the selected line compares it again.
-    auto* list = r.findChild<QListWidget*>("List1");
+    auto* list = r.findChild<ResultsView*>("List1");
     r.show();
-    QRect rect = list->visualItemRect(list->item(4));
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+    clickRow(list, 4);
     EXPECT_EQ(clicks.size(), 3u);
     // While a compare runs, selections do nothing.
     r.setCntl("Process");
@@ -92,17 +97,17 @@ TEST(ResultsList, ClicksCompareOnlyMatchedAndDifferentLinesWithTheirBlocksDirect
 TEST(ResultsList, ClickOnTheSelectedLineComparesAgain) {
     struct Row {
         const char* name;
-        std::function<void(ResultsList&, QListWidget*)> select;
+        std::function<void(ResultsList&, ResultsView*)> select;
     };
     const Row rows[] = {
         {"selected by the arrow keys",
-         [](ResultsList&, QListWidget* list) {
+         [](ResultsList&, ResultsView* list) {
              list->setFocus();
-             list->setCurrentRow(10);
+             list->setCurrentIndex(list->model()->index(10, 0));
              QTest::keyClick(list, Qt::Key_Down);
          }},
         {"selected by a running compare",
-         [](ResultsList& r, QListWidget*) {
+         [](ResultsList& r, ResultsView*) {
              r.setCntl("Process");
              r.addLine("2 -matched-   2   v.txt");
              QTest::qWait(
@@ -111,7 +116,7 @@ TEST(ResultsList, ClickOnTheSelectedLineComparesAgain) {
              r.setCntl("");
          }},
         {"selected by Next Difference",
-         [](ResultsList& r, QListWidget*) { r.NextDifference_Click(); }},
+         [](ResultsList& r, ResultsView*) { r.NextDifference_Click(); }},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -122,12 +127,11 @@ TEST(ResultsList, ClickOnTheSelectedLineComparesAgain) {
         fill(r, kBlocks);
         ASSERT_EQ(r.lineCount(), static_cast<int>(kBlocks.size()));
         r.show();
-        auto* list = r.findChild<QListWidget*>("List1");
+        auto* list = r.findChild<ResultsView*>("List1");
         row.select(r, list);
-        ASSERT_GE(list->currentRow(), 4);
+        ASSERT_GE(r.selectedLine(), 4);
         size_t before = compared.size();
-        QRect rect = list->visualItemRect(list->item(list->currentRow()));
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, rect.center());
+        clickRow(list, r.selectedLine());
         ASSERT_EQ(compared.size(), before + 1);
         EXPECT_EQ(compared.back(), fileNameOfSelected(list));
     }
@@ -191,4 +195,26 @@ TEST(ResultsList, ProgressOperations) {
     EXPECT_EQ(bar->maximum(), 100000);
     EXPECT_EQ(bar->value(), 33333);
     EXPECT_EQ(r.progressText(), "33.333");
+}
+
+// However the paints fell while a compare appended, it ends with its last line
+// selected, and that selection compares nothing.
+TEST(ResultsList, CompareEndsWithItsLastLineSelected) {
+    ResultsList r;
+    int compares = 0;
+    r.setSingleCompare([&](const std::string&, const std::string&, const std::string&,
+                           const std::string&) { ++compares; });
+    fill(r, kBlocks);
+    r.show();
+    r.setCntl("Process");
+    for (int n = 0; n < 2000; ++n) {
+        r.addLine(std::to_string(n) + " -matched-   " + std::to_string(n) + "   f.txt");
+        if (n == 10)
+            QTest::qWait(60); // the next repaint paints, and selects this line
+        r.repaint();
+    }
+    r.setCntl("");
+    EXPECT_EQ(r.lineCount(), static_cast<int>(kBlocks.size()) + 2000);
+    EXPECT_EQ(r.selectedLine(), r.lineCount() - 1);
+    EXPECT_EQ(compares, 0);
 }
