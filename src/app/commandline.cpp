@@ -1,6 +1,6 @@
 #include "app/commandline.h"
+#include "platform/pvversion.h"
 #include "platform/textutil.h"
-
 
 namespace pv {
 
@@ -41,6 +41,52 @@ std::optional<std::string> settingsPathFromCommandLine(const std::string& comman
             break;
     }
     return path;
+}
+
+namespace {
+
+constexpr const char* kHelp =
+    R"(Usage: pairview [-ini FILE]
+
+Compares two directories side by side and writes the command scripts (fc,
+findstr, dir, xcopy) that pvcmd runs.
+
+  -ini FILE    settings file to use instead of Pairview.ini in the program
+               directory ("/ini" and any letter case too; a path with blanks
+               cannot be given)
+  --help       show this text
+  --version    show the version
+
+Environment:
+  PAIRVIEW_HOME     program directory: settings, results and scripts
+                    (default: the program's own directory when writable, else
+                    $XDG_DATA_HOME/pairview)
+  PAIRVIEW_EDITOR   text editor for "Write.exe" and "Notepad.exe"
+                    (default: xdg-open)
+  PAIRVIEW_PVCMD    the script interpreter (default: pvcmd beside the program)
+  PAIRVIEW_SYSINFO  the program the about box's "System Info" starts
+)";
+
+} // namespace
+
+StartRequest startRequest(const std::vector<std::string>& args) {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        const std::string upper = toUpper(a);
+        if (upper == "-INI" || upper == "/INI") {
+            ++i; // the settings path, whatever it looks like
+            continue;
+        }
+        if (a == "--help")
+            return {StartRequest::Kind::Help, kHelp};
+        if (a == "--version")
+            return {StartRequest::Kind::Version,
+                    std::string("pairview ") + PAIRVIEW_VERSION + "\n"};
+        if (a.rfind("--", 0) == 0)
+            return {StartRequest::Kind::Error,
+                    "pairview: unknown option " + a + " (see pairview --help)\n"};
+    }
+    return {};
 }
 
 } // namespace pv

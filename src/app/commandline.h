@@ -16,4 +16,14 @@ std::string joinArguments(const std::vector<std::string>& args);
 // names nothing: the default settings file is kept.
 std::optional<std::string> settingsPathFromCommandLine(const std::string& commandLine);
 
+// What the program does before any window opens: "--help" and "--version" print
+// and end; any other word that begins with "--" is an error; everything else
+// (among it "-ini PATH" and words the settings rules ignore) starts the program.
+struct StartRequest {
+    enum class Kind { Run, Help, Version, Error };
+    Kind kind = Kind::Run;
+    std::string text; // what to print: the help, the version line or the error line
+};
+StartRequest startRequest(const std::vector<std::string>& args);
+
 } // namespace pv

@@ -1,5 +1,6 @@
 // Pairview: compares two directories side by side.
 
+#include "app/commandline.h"
 #include "app/ui/mdiform1.h"
 #include "app/ui/qtprompter.h"
 #include "platform/programdir.h"
@@ -7,7 +8,23 @@
 #include <QApplication>
 #include <QIcon>
 
+#include <cstdio>
+
 int main(int argc, char** argv) {
+    // The options that print and end are answered before a display is needed.
+    const pv::StartRequest request =
+        pv::startRequest(std::vector<std::string>(argv + 1, argv + argc));
+    switch (request.kind) {
+    case pv::StartRequest::Kind::Help:
+    case pv::StartRequest::Kind::Version:
+        std::fputs(request.text.c_str(), stdout);
+        return 0;
+    case pv::StartRequest::Kind::Error:
+        std::fputs(request.text.c_str(), stderr);
+        return 2;
+    case pv::StartRequest::Kind::Run:
+        break;
+    }
     QApplication app(argc, argv);
     QApplication::setApplicationName("Pairview");
     QApplication::setWindowIcon(QIcon(":/icons/pairview.svg"));

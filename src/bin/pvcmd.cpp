@@ -2,6 +2,7 @@
 // its built-in tools (fc, ...) directly from a shell.
 
 #include "platform/process.h"
+#include "platform/pvversion.h"
 #include "pvcmd/interpreter.h"
 #include "pvcmd/tool.h"
 
@@ -13,14 +14,37 @@ namespace {
 
 constexpr const char* kUsage =
     "Usage: pvcmd SCRIPT.cmd [ARGUMENTS]   run a command script\n"
-    "       pvcmd TOOL [ARGUMENTS]         run a built-in tool (fc)\n"
+    "       pvcmd TOOL [ARGUMENTS]         run a built-in tool\n"
     "       pvcmd TOOL /?                  show a tool's switches\n"
     "       pvcmd --help                   show this text\n"
+    "       pvcmd --version                show the version\n"
     "\n"
-    "A script runs line by line: rem, echo, @, > and >> redirection, cd, cd /d,\n"
-    "pushd, popd, drive lines, shift, exit, start, the built-in tools, and any other\n"
-    "line as a program that is waited for. %0..%9, %~1..%~9, %* and %% are\n"
-    "replaced only in scripts started with arguments.\n"
+    "Built-in tools (any letter case, with or without .exe):\n"
+    "  fc        compare two files or sets of files\n"
+    "  findstr   search for strings in files\n"
+    "  dir       list files and directories\n"
+    "  xcopy     copy files and directory trees\n"
+    "\n"
+    "Script commands:\n"
+    "  rem             a remark; the line does nothing\n"
+    "  @               as the first character: the line is not echoed\n"
+    "  echo            print text; echo. an empty line; echo on/off\n"
+    "  > and >>        send a command's output to a file (2> the error output)\n"
+    "  cd              change directory (chdir and cd /d too)\n"
+    "  pushd           remember the current directory and change to another\n"
+    "  popd            go back to the directory pushd remembered\n"
+    "  D:              a drive line, or the path of a directory: nothing to do\n"
+    "  set             set NAME=VALUE, used as %NAME% in later lines\n"
+    "  shift           move the arguments %1..%9 down by one\n"
+    "  start           start a program without waiting (start /wait waits)\n"
+    "  exit            end the script (exit /b N: with status N)\n"
+    "  cls             does nothing\n"
+    "  pause           waits for a key\n"
+    "  anything else   a program, looked up in the current directory and on\n"
+    "                  the search path, and waited for\n"
+    "\n"
+    "%0..%9, %~1..%~9, %* and %% are replaced only in scripts started with\n"
+    "arguments.\n"
     "\n"
     "Exit status: the script's last command's, or the tool's (fc: 0 same,\n"
     "1 different, 2 error). A command that cannot be found gives 127; other\n"
@@ -56,6 +80,10 @@ int main(int argc, char** argv) {
     const std::string& first = args[0];
     if (first == "--help" || first == "-h" || first == "/?") {
         std::cout << kUsage;
+        return 0;
+    }
+    if (first == "--version") {
+        std::cout << "pvcmd " << PAIRVIEW_VERSION << "\n";
         return 0;
     }
     pvcmd::ToolIo io{std::cin, std::cout, std::cerr};

@@ -10,12 +10,14 @@
 #include "compare/filelisting.h"
 #include "platform/process.h"
 #include "platform/programdir.h"
+#include "platform/pvversion.h"
 #include "settings/settings.h"
 
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
 #include <iostream>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
@@ -24,15 +26,22 @@
 namespace {
 
 constexpr const char* kHelp =
-    R"(Usage: pvcompare [-ini FILE] [-s] [-p PATTERN] [--replace|--append] [--run] LEFT RIGHT
+    R"(Usage: pvcompare [-ini FILE] [-s] [-p PATTERN] [--[no-]date] [--[no-]length]
+                 [--replace|--append] [--run] LEFT RIGHT
 
 Compares the files of LEFT and RIGHT by name, as Pairview's Compare button does,
 and prints the results-list lines exactly as the results window shows them.
 
   -ini FILE    settings file to read (default: Pairview.ini in the program
-               directory); LIST_DateTime and LIST_Length decide what makes two
-               same-named files different, the fc switches and EDITOR go into
-               the compare script
+               directory); the fc switches and EDITOR go into the compare
+               script; with -ini, its LIST_DateTime and LIST_Length decide
+               what makes two same-named files different
+  --date, --no-date
+               same-named files with different last-change times are
+               different, or not (default: on without -ini, else LIST_DateTime)
+  --length, --no-length
+               likewise for different lengths (default: on without -ini, else
+               LIST_Length)
   -s           include sub-directories: walk the LEFT tree (24 levels) and compare
                every directory with the one at the same place under RIGHT
   -p PATTERN   file pattern, several separated by ";" (default "*.*");
@@ -41,13 +50,15 @@ and prints the results-list lines exactly as the results window shows them.
   --append     leave the results file as it is
   --run        run the compare script when the compare is done and wait for it
   --help       show this text
+  --version    show the version
 
 The compare script (Pairview.cmd) and the results file (Pairview.txt) are written
 in the program directory ($PAIRVIEW_HOME when set).
 
 Exit status: 0 when every entry matched, 1 when anything differs or is on one
-side only (or a sub-directory has no counterpart), 2 on an error, also when the
-script run by --run failed (for instance a full disk cut the results file short).
+side only (or a sub-directory has no counterpart on either side, or cannot be
+read), 2 on an error, also when the script run by --run failed (for instance a
+full disk cut the results file short).
 )";
 
 // Prints the results-list lines as they come.
@@ -129,12 +140,20 @@ int runScriptAndWait(const std::string& command) {
 int main(int argc, char** argv) {
     std::string ini, pattern = "*.*";
     bool sub = false, replace = true, run = false;
+    std::optional<bool> listDate, listLength; // a flag overrides the settings file
     std::vector<std::string> dirs;
     for (int n = 1; n < argc; ++n) {
         std::string a = argv[n];
         if (a == "--help" || a == "-h" || a == "/?") {
             std::fputs(kHelp, stdout);
             return 0;
+        } else if (a == "--version") {
+            std::printf("pvcompare %s\n", PAIRVIEW_VERSION);
+            return 0;
+        } else if (a == "--date" || a == "--no-date") {
+            listDate = a == "--date";
+        } else if (a == "--length" || a == "--no-length") {
+            listLength = a == "--length";
         } else if ((a == "-ini" || a == "/ini") && n + 1 < argc) {
             ini = argv[++n];
         } else if (a == "-p" && n + 1 < argc) {
@@ -176,6 +195,10 @@ int main(int argc, char** argv) {
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;
             call.options = pv::readCompareOptions(settings);
+            // Without a settings file of the user's choosing, the quick check
+            // (time and length) is what tells changed trees apart.
+            call.options.listDateTime = listDate.value_or(ini.empty() || call.options.listDateTime);
+            call.options.listLength = listLength.value_or(ini.empty() || call.options.listLength);
             call.replace = replace;
             return call;
         });

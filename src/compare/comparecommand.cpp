@@ -59,6 +59,7 @@ CompareTotals CompareCommand::run(bool includeSubDirectories) {
                 ++m_totals.unmatchedDirectories;
                 m_observer.addLine(line);
             };
+            hooks.addNote = [this](const std::string& line) { m_observer.addLine(line); };
             hooks.levelDone = [this] { m_observer.repaint(); };
             SubDirectoryWalk(hooks).run(base1, base2);
 

@@ -43,7 +43,8 @@ struct CompareTotals {
     long different = 0;
     long oneOnly = 0;
     long twoOnly = 0;
-    long unmatchedDirectories = 0; // right counterpart missing, or deeper than the walk goes
+    // A sub-directory on one side only, unreadable, or deeper than the walk goes.
+    long unmatchedDirectories = 0;
     bool allMatched() const {
         return different == 0 && oneOnly == 0 && twoOnly == 0 && unmatchedDirectories == 0;
     }

@@ -4,6 +4,7 @@
 #include "compare/compareobserver.h"
 #include "compare/linesink.h"
 #include "compare/scripttext.h"
+#include "platform/textutil.h"
 
 #include <algorithm>
 #include <cctype>
@@ -19,20 +20,6 @@ CaptureSelection captureSelectionFromItem(std::string_view item) {
 }
 
 namespace {
-
-std::string upper(std::string_view s) {
-    std::string r(s);
-    for (char& c : r)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    return r;
-}
-
-std::string lower(std::string_view s) {
-    std::string r(s);
-    for (char& c : r)
-        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return r;
-}
 
 // Byte order, so that characters above 127 sort after ASCII as their codes do.
 int ordinal(std::string_view a, std::string_view b) {
@@ -126,10 +113,10 @@ CompareCounts CompareEngine::run(const CompareInput& in, CompareObserver& observ
             const std::string& name1 = left[i];
             const std::string& name2 = right[j];
             std::string_view t1 = trimBlanks(name1), t2 = trimBlanks(name2);
-            std::string u1 = upper(t1), u2 = upper(t2);
+            std::string u1 = toUpper(t1), u2 = toUpper(t2);
             int cu = ordinal(u1, u2);
             if (cu == 0) {
-                if (lower(name1) != "vssver.scc") {
+                if (toLower(name1) != "vssver.scc") {
                     const std::string& a1 = attrs1[i];
                     const std::string& a2 = attrs2[j];
                     bool differs = trimBlanks(a1) != trimBlanks(a2);
@@ -160,12 +147,12 @@ CompareCounts CompareEngine::run(const CompareInput& in, CompareObserver& observ
                                          "left out of the compare script: " + refusal);
                     }
                     if (capturing(CaptureSelection::ProcsDifferent) &&
-                        upper(name1).find(".PRC") != std::string::npos)
+                        toUpper(name1).find(".PRC") != std::string::npos)
                         capture(in.leftDir, name1);
                 }
                 advancedI = advancedJ = true;
             } else {
-                std::string l1 = lower(t1), l2 = lower(t2);
+                std::string l1 = toLower(t1), l2 = toLower(t2);
                 int cl = ordinal(l1, l2);
                 bool leftFirst;
                 if (cu < 0 && cl < 0)

@@ -1,18 +1,11 @@
 #include "compare/compareoptions.h"
 
 #include "settings/settings.h"
+#include "platform/textutil.h"
 
 #include <cctype>
 
 namespace pv {
-
-std::string_view trimBlanks(std::string_view text) {
-    size_t b = text.find_first_not_of(' ');
-    if (b == std::string_view::npos)
-        return {};
-    size_t e = text.find_last_not_of(' ');
-    return text.substr(b, e - b + 1);
-}
 
 CompareOptions readCompareOptions(const Settings& settings) {
     constexpr std::string_view section = "COMPARECONTROL";

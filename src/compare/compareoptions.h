@@ -47,8 +47,4 @@ std::string singleFcSwitches(const CompareOptions& options);
 // that "INTERNAL" (any case) and any name holding a blank give "Write.exe".
 std::string scriptEditor(std::string_view editorSetting);
 
-// Removes leading and trailing blanks (only the blank character, as the settings
-// reader does).
-std::string_view trimBlanks(std::string_view text);
-
 } // namespace pv

@@ -1,6 +1,7 @@
 #include "compare/fileattributes.h"
 
 #include "compare/compareoptions.h"
+#include "platform/textutil.h"
 #include "platform/filetimes.h"
 #include "settings/settings.h"
 

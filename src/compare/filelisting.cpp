@@ -51,14 +51,6 @@ std::vector<std::string> listEntries(const std::string& dir, EntryKind kind,
 
 } // namespace
 
-std::string joinPath(std::string_view dir, std::string_view name) {
-    std::string out(dir);
-    if (out.empty() || out.back() != '/')
-        out += '/';
-    out += name;
-    return out;
-}
-
 std::string normalizeDirectoryPath(const std::string& path) {
     namespace fs = std::filesystem;
     std::string p = path.empty() ? "/" : path;

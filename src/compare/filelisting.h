@@ -2,14 +2,13 @@
 // What the panes' directory and file lists show, as plain data: the compare engine,
 // the sub-directory walk and pvcompare read directories exactly as the lists do.
 
+#include "platform/textutil.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace pv {
-
-// dir + "/" + name, without doubling the separator at the root.
-std::string joinPath(std::string_view dir, std::string_view name);
 
 // A directory path as the lists hold it: absolute (relative to the current
 // directory), normalised, no trailing separator except at the root.

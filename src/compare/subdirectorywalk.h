@@ -3,8 +3,15 @@
 // directory with the one at the same relative path under the right base, down to
 // 24 levels (0 to 23). It moves the panes and runs the compare through the hooks,
 // so the same walk serves the compare window and the command-line compare.
+// A directory that cannot be read on either side is reported and its pair
+// skipped; a symbolic link to a directory already walked is reported and not
+// entered; the right tree's directories without a left counterpart are listed
+// after the walk.
+
+#include "platform/fileidentity.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -23,14 +30,21 @@ class SubDirectoryWalk {
         std::function<void()> betweenLevels;
         // The immediate sub-directories of a directory, full paths, in list order.
         std::function<std::vector<std::string>(const std::string& dir)> subdirectories;
-        // Points the left pane at a directory; returns the path the pane then shows.
+        // Points the left pane at a directory; returns the path the pane then shows,
+        // throws when it cannot be read (the pane then stays).
         std::function<std::string(const std::string& dir)> moveLeft;
         // Points the right pane at a directory; returns its path, throws when the
-        // directory does not exist or cannot be opened (the pane then stays).
+        // directory does not exist or cannot be opened (the pane then stays): a
+        // RuntimeError with ENOENT or ENOTDIR counts as missing, any other
+        // failure as unreadable.
         std::function<std::string(const std::string& dir)> moveRight;
         // Compares the two panes as they stand.
         std::function<void()> compare;
+        // A line that reports a difference between the trees.
         std::function<void(const std::string& line)> addLine;
+        // A line that reports nothing different (a link not entered again); when
+        // not set, addLine takes it.
+        std::function<void(const std::string& line)> addNote;
         // After each level (repaint).
         std::function<void()> levelDone;
     };
@@ -47,10 +61,15 @@ class SubDirectoryWalk {
 
   private:
     void walk(const std::string& dir, int depth);
+    // Records the directory as walked; false for a link to one walked before.
+    bool enter(const std::string& dir);
+    void noteRightOnly(const std::vector<std::string>& leftChildren, const std::string& rightDir);
 
     Hooks m_hooks;
     std::string m_base1;
     std::string m_base2;
+    std::map<FileIdentity, std::string> m_visited; // first path of each directory walked
+    std::vector<std::string> m_rightOnly;
 };
 
 } // namespace pv

@@ -60,7 +60,7 @@ long EditorLauncher::GetRelatedEXEforFileType(const std::string& path) {
         }
         const std::string program = m_host.findAssociatedProgram(path);
         if (program.empty()) {
-            prompter().message(kNoAssociationText, kNoAssociationTitle);
+            prompter().message(kNoAssociationText, kNoAssociationTitle, MessageIcon::Exclamation);
             return;
         }
         if (isQueryTool(program)) {
@@ -71,7 +71,7 @@ long EditorLauncher::GetRelatedEXEforFileType(const std::string& path) {
             task = m_host.openAssociated(program, path);
         } catch (const std::exception& e) {
             prompter().message(openFailedText(errorNumber(e), errorDescription(e)),
-                               kOpenFailedTitle);
+                               kOpenFailedTitle, MessageIcon::Exclamation);
         }
     });
     return task;

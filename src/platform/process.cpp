@@ -1,6 +1,7 @@
 #include "platform/process.h"
 
 #include "platform/runtimeerror.h"
+#include "platform/textutil.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -18,16 +19,9 @@ namespace pv {
 
 namespace {
 
-std::string lower(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
 bool endsWithNoCase(const std::string& text, const std::string& suffix) {
     return text.size() >= suffix.size() &&
-           lower(text.substr(text.size() - suffix.size())) == suffix;
+           toLower(text.substr(text.size() - suffix.size())) == suffix;
 }
 
 bool isExecutableFile(const std::string& path) {
@@ -176,7 +170,7 @@ std::string quoteArgument(const std::string& argument) {
 std::vector<std::string> resolveProgram(const std::string& name) {
     if (name.empty())
         return {};
-    std::string lowered = lower(name);
+    std::string lowered = toLower(name);
     // Without ".exe" too, as the system finds them; "write" on POSIX is another program.
     if (lowered == "write.exe" || lowered == "notepad.exe" || lowered == "write" ||
         lowered == "notepad") {

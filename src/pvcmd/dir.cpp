@@ -90,7 +90,7 @@ bool isSortLetter(char c) {
 
 // Applies one switch piece ("a:d-h", "-c", "o-d", "t:w", ...); false when unknown.
 bool applySwitch(std::string_view raw, DirOptions& o) {
-    std::string piece = lowerAscii(raw);
+    std::string piece = pv::toLower(raw);
     bool off = !piece.empty() && piece[0] == '-';
     if (off)
         piece.erase(0, 1);
@@ -215,7 +215,7 @@ const timespec& timeOf(const FileInfo& e, char field) {
 
 std::string extensionOf(const std::string& name) {
     size_t dot = name.rfind('.');
-    return dot == std::string::npos || dot == 0 ? std::string() : lowerAscii(name.substr(dot + 1));
+    return dot == std::string::npos || dot == 0 ? std::string() : pv::toLower(name.substr(dot + 1));
 }
 
 std::string ownerName(uid_t uid) {
@@ -449,7 +449,7 @@ class DirRun {
     }
 
     std::string shownName(const FileInfo& e) const {
-        return m_o.lower ? lowerAscii(e.name) : e.name;
+        return m_o.lower ? pv::toLower(e.name) : e.name;
     }
 
     void block(const std::string& dir, const std::vector<FileInfo>& entries, bool severalBlocks) {

@@ -7,6 +7,7 @@
 #include "pvcmd/linereader.h"
 #include "pvcmd/textcompare.h"
 #include "pvcmd/tool.h"
+#include "platform/textutil.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -63,11 +64,6 @@ bool hasBinaryExtension(const std::string& name) {
     return false;
 }
 
-bool isDirectory(const std::string& path) {
-    struct stat st {};
-    return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
-}
-
 bool exists(const std::string& path) {
     struct stat st {};
     return ::stat(path.c_str(), &st) == 0;
@@ -110,7 +106,7 @@ class FilePtr {
 
 // Opens a file for reading; a directory counts as a file that is not there.
 std::FILE* openForCompare(const std::string& path, int& err) {
-    if (isDirectory(path)) {
+    if (pv::isDirectory(path)) {
         err = EISDIR;
         return nullptr;
     }
@@ -165,7 +161,7 @@ std::vector<std::pair<std::string, std::string>> filePairs(const std::string& fi
                                                            std::string second) {
     // On POSIX "*" and "?" may be part of a real file name: a name that exists
     // as it stands is that file, not a mask.
-    auto isFile = [](const std::string& name) { return exists(name) && !isDirectory(name); };
+    auto isFile = [](const std::string& name) { return exists(name) && !pv::isDirectory(name); };
     if (isFile(first) && isFile(second))
         return {{first, second}};
     std::vector<std::string> lefts;
@@ -177,7 +173,7 @@ std::vector<std::pair<std::string, std::string>> filePairs(const std::string& fi
         lefts.push_back(first);
     }
     // A directory as the second name means the same file name in it.
-    if (!second.empty() && (second.back() == '/' || isDirectory(second))) {
+    if (!second.empty() && (second.back() == '/' || pv::isDirectory(second))) {
         if (second.back() != '/')
             second += '/';
         second += "*";

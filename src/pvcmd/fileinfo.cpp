@@ -53,14 +53,6 @@ bool nameLess(const std::string& a, const std::string& b) {
     return a < b;
 }
 
-std::string joinPath(const std::string& dir, const std::string& name) {
-    if (dir.empty() || dir == ".")
-        return name;
-    if (dir.back() == '/')
-        return dir + name;
-    return dir + "/" + name;
-}
-
 bool listDirectory(const std::string& path, std::vector<FileInfo>& entries) {
     entries.clear();
     DIR* dir = ::opendir(path.empty() ? "." : path.c_str());

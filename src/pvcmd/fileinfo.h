@@ -2,6 +2,8 @@
 // What the tools need to know about a directory entry, read with lstat/stat,
 // and the listing of a directory in the order the tools show it.
 
+#include "platform/textutil.h"
+
 #include <ctime>
 #include <string>
 #include <sys/types.h>
@@ -33,8 +35,7 @@ struct FileInfo {
 // (then by the exact bytes). False (errno set) when the directory cannot be read.
 bool listDirectory(const std::string& path, std::vector<FileInfo>& entries);
 
-// Joins a directory and a name with "/", not doubling a trailing "/".
-std::string joinPath(const std::string& dir, const std::string& name);
+using pv::joinPath;
 
 // Case-insensitive name order used by every listing.
 bool nameLess(const std::string& a, const std::string& b);

@@ -4,6 +4,7 @@
 #include "pvcmd/findstrmatcher.h"
 #include "pvcmd/findstrsearch.h"
 #include "pvcmd/tool.h"
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
 
@@ -39,7 +40,7 @@ struct FindstrOptions {
 // Reads one switch (without its "/"); false when findstr does not know it.
 bool applySwitch(std::string_view piece, FindstrOptions& o) {
     auto value = [&](std::string_view prefix, std::string& target) {
-        if (!startsWithIgnoreCase(piece, prefix))
+        if (!pv::startsWithNoCase(piece, prefix))
             return false;
         target = std::string(piece.substr(prefix.size()));
         return true;
@@ -53,7 +54,7 @@ bool applySwitch(std::string_view piece, FindstrOptions& o) {
         return true;
     if (value("a:", text))
         return true; // colours only matter on a console
-    if (equalsIgnoreCase(piece, "offline") || equalsIgnoreCase(piece, "off"))
+    if (pv::equalsNoCase(piece, "offline") || pv::equalsNoCase(piece, "off"))
         return true; // no offline files on POSIX
     if (piece.size() != 1)
         return false;
@@ -110,8 +111,8 @@ bool parseArguments(const ToolArgs& args, FindstrOptions& o) {
         if (!switchesDone && arg.size() > 1 && arg[0] == '/') {
             // Values may hold "/" themselves, so these take the rest of the word.
             std::string_view body = std::string_view(arg).substr(1);
-            if (startsWithIgnoreCase(body, "c:") || startsWithIgnoreCase(body, "g:") ||
-                startsWithIgnoreCase(body, "f:") || startsWithIgnoreCase(body, "d:")) {
+            if (pv::startsWithNoCase(body, "c:") || pv::startsWithNoCase(body, "g:") ||
+                pv::startsWithNoCase(body, "f:") || pv::startsWithNoCase(body, "d:")) {
                 applySwitch(body, o);
                 continue;
             }
@@ -375,6 +376,10 @@ int badCommandLine(ToolIo& io) {
 } // namespace
 
 int findstrMain(const ToolArgs& args, ToolIo& io) {
+    if (asksForHelp(args)) {
+        io.out << kFindstrHelp;
+        return 0;
+    }
     FindstrOptions o;
     if (!parseArguments(args, o))
         return badCommandLine(io);

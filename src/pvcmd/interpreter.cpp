@@ -2,6 +2,7 @@
 
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
+#include "platform/textutil.h"
 
 #include <cerrno>
 #include <cstring>
@@ -22,21 +23,7 @@ bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-std::string lower(std::string text) {
-    for (char& c : text)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c - 'A' + 'a');
-    return text;
-}
-
-std::string trim(const std::string& text) {
-    size_t b = 0, e = text.size();
-    while (b < e && isBlank(text[b]))
-        ++b;
-    while (e > b && isBlank(text[e - 1]))
-        --e;
-    return text.substr(b, e - b);
-}
+std::string trim(const std::string& text) { return std::string(pv::trimBlanks(text, " \t")); }
 
 std::string withoutQuotes(const std::string& text) {
     std::string out;
@@ -44,11 +31,6 @@ std::string withoutQuotes(const std::string& text) {
         if (c != '"')
             out += c;
     return out;
-}
-
-bool isDirectory(const std::string& path) {
-    struct stat st {};
-    return !path.empty() && ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
 // "C:" or "C:\": a drive switch, which means nothing on POSIX.
@@ -156,7 +138,7 @@ class RedirectedFiles {
                 m_targets[slot] = r.target;
                 int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (r.append ? O_APPEND : O_TRUNC);
                 // "nul" is the system's null device in any directory and any case.
-                std::string target = lower(r.target) == "nul" ? "/dev/null" : r.target;
+                std::string target = pv::toLower(r.target) == "nul" ? "/dev/null" : r.target;
                 fd = ::open(target.c_str(), flags, 0666);
                 if (fd < 0) {
                     error = errno;
@@ -189,7 +171,7 @@ Interpreter::Interpreter(ToolIo& io) : m_io(io) {}
 
 int Interpreter::runScript(const std::string& path, const std::vector<std::string>& args) {
     std::ifstream file(path, std::ios::binary);
-    if (!file || isDirectory(path)) {
+    if (!file || pv::isDirectory(path)) {
         m_io.err << kFileNotFound << "\r\n";
         m_io.err.flush();
         return 1;
@@ -270,7 +252,7 @@ int Interpreter::runLine(const std::string& rawLine) {
         hidden = hidden || raw[i] == '@';
         ++i;
     }
-    std::string head = lower(raw.substr(i, 4));
+    std::string head = pv::toLower(raw.substr(i, 4));
     if ((head.size() == 3 && head == "rem") ||
         (head.size() == 4 && head.compare(0, 3, "rem") == 0 &&
          (isBlank(head[3]) || head[3] == '.' || head[3] == ':' || head[3] == '/')) ||
@@ -318,7 +300,7 @@ int Interpreter::execute(const ScriptLine& line) {
     while (letters < text.size() && ((text[letters] >= 'a' && text[letters] <= 'z') ||
                                      (text[letters] >= 'A' && text[letters] <= 'Z')))
         ++letters;
-    const std::string word = lower(text.substr(0, letters));
+    const std::string word = pv::toLower(text.substr(0, letters));
     const char next = letters < text.size() ? text[letters] : '\0';
     auto followedBy = [&](const char* allowed) {
         return next == '\0' || std::strchr(allowed, next) != nullptr;
@@ -352,7 +334,7 @@ int Interpreter::execute(const ScriptLine& line) {
         m_io.in.get();
         status = m_status;
     } else if (isDriveText(text) ||
-               (text.find('/') != std::string::npos && isDirectory(withoutQuotes(text)))) {
+               (text.find('/') != std::string::npos && pv::isDirectory(withoutQuotes(text)))) {
         // A drive line, or the mount point Pairview writes as the drive: the
         // directory is already current after the cd before it. Only a path
         // counts, so a command such as "fc" still runs where a folder "fc" exists.
@@ -390,7 +372,7 @@ int Interpreter::runEcho(const std::string& rest, ToolIo& io) {
         return 0;
     }
     if (rest[0] == ' ' || rest[0] == '\t') {
-        std::string word = lower(trim(said));
+        std::string word = pv::toLower(trim(said));
         if (word == "on" || word == "off") {
             m_echo = word == "on";
             return 0;
@@ -510,7 +492,7 @@ int Interpreter::runExit(const std::string& rest) {
     std::vector<std::string> words = pv::splitCommandLine(rest);
     int status = 0;
     size_t at = 0;
-    if (at < words.size() && lower(words[at]) == "/b") {
+    if (at < words.size() && pv::toLower(words[at]) == "/b") {
         status = m_status;
         ++at;
     }
@@ -533,7 +515,7 @@ int Interpreter::runStart(const std::string& rest, ToolIo& io) {
     bool wait = false;
     std::string directory;
     while (at < words.size() && words[at].size() > 1 && words[at][0] == '/') {
-        std::string option = lower(words[at]);
+        std::string option = pv::toLower(words[at]);
         if (option == "/wait")
             wait = true;
         else if (option == "/d" && at + 1 < words.size())
@@ -581,8 +563,8 @@ int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int 
     std::vector<std::string> argv;
     // The current directory is searched before the search path.
     if (name.find('/') == std::string::npos && ::access(name.c_str(), X_OK) == 0 &&
-        !isDirectory(name) && lower(name).find(".cmd") == std::string::npos &&
-        lower(name).find(".bat") == std::string::npos)
+        !pv::isDirectory(name) && pv::toLower(name).find(".cmd") == std::string::npos &&
+        pv::toLower(name).find(".bat") == std::string::npos)
         argv.push_back("./" + name);
     else
         argv = pv::resolveProgram(name);

@@ -1,4 +1,5 @@
 #include "pvcmd/scriptline.h"
+#include "platform/textutil.h"
 
 #include <cctype>
 #include <cstdlib>
@@ -13,11 +14,6 @@ namespace pvcmd {
 namespace {
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
-}
-
-bool isDirectory(const std::string& path) {
-    struct stat st {};
-    return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
 }
 
 // The compare lines name their results file unquoted ("fc ... >> /prog/x.txt"),
@@ -35,7 +31,7 @@ size_t unquotedPathTarget(const std::string& raw, size_t at) {
         return 0;
     size_t slash = path.rfind('/');
     std::string directory = path.substr(0, slash);
-    if (directory.find(' ') == std::string::npos || !isDirectory(directory))
+    if (directory.find(' ') == std::string::npos || !pv::isDirectory(directory))
         return 0;
     return end;
 }

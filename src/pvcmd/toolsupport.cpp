@@ -9,30 +9,6 @@ void writeLine(std::ostream& out, std::string_view text) {
     out.write("\r\n", 2);
 }
 
-static char lowerChar(char c) {
-    return (c >= 'A' && c <= 'Z') ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-std::string lowerAscii(std::string_view text) {
-    std::string result(text);
-    for (char& c : result)
-        c = lowerChar(c);
-    return result;
-}
-
-bool equalsIgnoreCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size())
-        return false;
-    for (size_t i = 0; i < a.size(); ++i)
-        if (lowerChar(a[i]) != lowerChar(b[i]))
-            return false;
-    return true;
-}
-
-bool startsWithIgnoreCase(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() && equalsIgnoreCase(text.substr(0, prefix.size()), prefix);
-}
-
 std::vector<std::string> splitSwitchPieces(std::string_view word) {
     std::vector<std::string> pieces;
     size_t pos = 0;

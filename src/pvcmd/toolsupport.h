@@ -1,6 +1,8 @@
 #pragma once
-// Small pieces shared by the findstr, dir and xcopy stand-ins: CR LF output,
-// ASCII case folding, and the reading of switch tokens.
+// Small pieces shared by the findstr, dir and xcopy stand-ins: CR LF output and the
+// reading of switch tokens. Case folding is the platform's (platform/textutil.h).
+
+#include "platform/textutil.h"
 
 #include <functional>
 #include <ostream>
@@ -13,9 +15,6 @@ namespace pvcmd {
 // Writes text followed by CR LF, as the system's tools end their lines.
 void writeLine(std::ostream& out, std::string_view text = {});
 
-std::string lowerAscii(std::string_view text);
-bool equalsIgnoreCase(std::string_view a, std::string_view b);
-bool startsWithIgnoreCase(std::string_view text, std::string_view prefix);
 
 // How a command-line word that starts with "/" is to be read. Windows paths never
 // start with "/", but absolute POSIX paths do, and the scripts concatenate switches

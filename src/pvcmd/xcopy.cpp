@@ -3,8 +3,10 @@
 #include "pvcmd/filecopy.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
+#include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
+#include "platform/textutil.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -52,8 +54,8 @@ std::optional<time_t> parseDate(std::string_view text) {
 }
 
 bool applySwitch(std::string_view raw, XcopyOptions& o) {
-    std::string piece = lowerAscii(raw);
-    if (startsWithIgnoreCase(piece, "exclude:")) {
+    std::string piece = pv::toLower(raw);
+    if (pv::startsWithNoCase(piece, "exclude:")) {
         std::string list(raw.substr(8));
         size_t pos = 0;
         while (pos <= list.size()) {
@@ -155,11 +157,6 @@ std::string absolutePath(const std::string& path) {
     return std::filesystem::absolute(path, ec).lexically_normal().string();
 }
 
-bool isDirectory(const std::string& path) {
-    struct stat st;
-    return ::stat(path.c_str(), &st) == 0 && S_ISDIR(st.st_mode);
-}
-
 // One file to copy: where it is, how it is shown, where it goes.
 struct CopyItem {
     std::string source;   // path to open
@@ -184,7 +181,7 @@ class XcopyRun {
             return InitError;
         const std::string& sourceArg = m_o.operands[0];
         std::string mask;
-        bool sourceIsDirectory = isDirectory(sourceArg) && !Wildcard::hasWildcard(sourceArg);
+        bool sourceIsDirectory = pv::isDirectory(sourceArg) && !Wildcard::hasWildcard(sourceArg);
         if (sourceIsDirectory) {
             m_sourceBase = sourceArg;
             mask = "*";
@@ -192,7 +189,7 @@ class XcopyRun {
             size_t slash = sourceArg.rfind('/');
             m_sourceBase = slash == std::string::npos ? "" : sourceArg.substr(0, slash + 1);
             mask = sourceArg.substr(slash == std::string::npos ? 0 : slash + 1);
-            if (!m_sourceBase.empty() && !isDirectory(m_sourceBase)) {
+            if (!m_sourceBase.empty() && !pv::isDirectory(m_sourceBase)) {
                 writeLine(m_io.err, "File not found - " + mask);
                 writeLine(m_io.out, "0 File(s) copied");
                 return NothingFound;
@@ -273,7 +270,7 @@ class XcopyRun {
                 if (!line.empty() && line.back() == '\r')
                     line.pop_back();
                 if (!line.empty())
-                    m_excludes.push_back(lowerAscii(line));
+                    m_excludes.push_back(pv::toLower(line));
             }
         }
         return true;
@@ -282,7 +279,7 @@ class XcopyRun {
     bool excluded(const std::string& shown) const {
         if (m_excludes.empty())
             return false;
-        std::string a = lowerAscii(shown), b = lowerAscii(absolutePath(shown));
+        std::string a = pv::toLower(shown), b = pv::toLower(absolutePath(shown));
         for (const std::string& part : m_excludes)
             if (a.find(part) != std::string::npos || b.find(part) != std::string::npos)
                 return true;
@@ -332,7 +329,7 @@ class XcopyRun {
             return true;
         }
         m_dest = destArg;
-        if (destArg.back() == '/' || isDirectory(destArg) || (m_o.assumeDirectory && manyFiles)) {
+        if (destArg.back() == '/' || pv::isDirectory(destArg) || (m_o.assumeDirectory && manyFiles)) {
             m_destIsDirectory = true;
             return true;
         }
@@ -354,8 +351,8 @@ class XcopyRun {
             if (!answer.empty() && answer.back() == '\r')
                 answer.pop_back();
             writeLine(m_io.out, answer);
-            if (equalsIgnoreCase(answer, "f") || equalsIgnoreCase(answer, "d")) {
-                m_destIsDirectory = equalsIgnoreCase(answer, "d");
+            if (pv::equalsNoCase(answer, "f") || pv::equalsNoCase(answer, "d")) {
+                m_destIsDirectory = pv::equalsNoCase(answer, "d");
                 return true;
             }
         }
@@ -382,7 +379,7 @@ class XcopyRun {
         std::string dir = fileInside.substr(0, slash);
         std::error_code ec;
         std::filesystem::create_directories(dir, ec);
-        if (ec || !isDirectory(dir)) {
+        if (ec || !pv::isDirectory(dir)) {
             writeLine(m_io.err, "Unable to create directory - " + dir);
             return false;
         }
@@ -399,7 +396,7 @@ class XcopyRun {
         if (!text.empty() && text.back() == '\r')
             text.pop_back();
         writeLine(m_io.out, text);
-        return lowerAscii(text);
+        return pv::toLower(text);
     }
 
     Outcome copyOne(const CopyItem& item) {
@@ -476,7 +473,7 @@ class XcopyRun {
         // As with the system tool, COPYCMD may carry a default /Y.
         const char* copycmd = std::getenv("COPYCMD");
         if (copycmd) {
-            std::string text = lowerAscii(copycmd);
+            std::string text = pv::toLower(copycmd);
             if (text.find("/-y") != std::string::npos)
                 return true;
             if (text.find("/y") != std::string::npos)
@@ -497,9 +494,13 @@ class XcopyRun {
 } // namespace
 
 int xcopyMain(const ToolArgs& args, ToolIo& io) {
+    if (asksForHelp(args)) {
+        io.out << kXcopyHelp;
+        return 0;
+    }
     XcopyOptions o;
     for (const std::string& arg : args) {
-        if (startsWithIgnoreCase(arg, "/exclude:")) {
+        if (pv::startsWithNoCase(arg, "/exclude:")) {
             applySwitch(std::string_view(arg).substr(1), o);
             continue;
         }

@@ -1,4 +1,5 @@
 #include "results/resultsnavigation.h"
+#include "platform/textutil.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -6,13 +7,6 @@
 namespace pv {
 
 namespace {
-
-std::string_view trimmed(std::string_view s) {
-    size_t b = s.find_first_not_of(' ');
-    if (b == std::string_view::npos)
-        return {};
-    return s.substr(b, s.find_last_not_of(' ') - b + 1);
-}
 
 std::string_view rtrimmed(std::string_view s) {
     size_t e = s.find_last_not_of(' ');
@@ -66,15 +60,15 @@ std::string fileNameOfLine(std::string_view line) {
                 if ((a1.front() == ' ') != (a2.front() == ' ') ||
                     (sameShape && blanks(rtrimmed(a1)) != blanks(rtrimmed(a2))))
                     continue;
-                if (matched && trimmed(a1) != trimmed(a2))
+                if (matched && trimBlanks(a1) != trimBlanks(a2))
                     continue;
-                std::string_view name = trimmed(rest.substr(2 * width));
+                std::string_view name = trimBlanks(rest.substr(2 * width));
                 if (!name.empty())
                     return std::string(name);
             }
     }
     size_t p = line.find_last_of(' ');
-    return std::string(trimmed(p == std::string_view::npos ? line : line.substr(p + 1)));
+    return std::string(trimBlanks(p == std::string_view::npos ? line : line.substr(p + 1)));
 }
 
 bool lineNamesPair(std::string_view line) {
@@ -93,14 +87,14 @@ LineDirectories directoriesOfLine(const ResultLines& lines, long index) {
         if (!have1) {
             size_t p = line.find(k1);
             if (p != std::string_view::npos) {
-                d.dir1 = trimmed(line.substr(p + k1.size()));
+                d.dir1 = trimBlanks(line.substr(p + k1.size()));
                 have1 = true;
             }
         }
         if (!have2) {
             size_t p = line.find(k2);
             if (p != std::string_view::npos) {
-                d.dir2 = trimmed(line.substr(p + k2.size()));
+                d.dir2 = trimBlanks(line.substr(p + k2.size()));
                 have2 = true;
             }
         }

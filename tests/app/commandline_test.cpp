@@ -1,5 +1,6 @@
 #include "app/commandline.h"
 #include "app/programpaths.h"
+#include "platform/pvversion.h"
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,29 @@ INSTANTIATE_TEST_SUITE_P(
                       CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini",
                               std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
+
+TEST(StartRequest, HelpVersionAndUnknownDoubleDashOptions) {
+    using Kind = pv::StartRequest::Kind;
+    struct Row {
+        const char* name;
+        std::vector<std::string> args;
+        Kind kind;
+    } rows[] = {
+        {"nothing", {}, Kind::Run},
+        {"settings_file", {"-ini", "a.ini", "?", "-x"}, Kind::Run},
+        {"settings_path_like_an_option", {"/INI", "--odd.ini"}, Kind::Run},
+        {"help_after_ini", {"-ini", "a.ini", "--help"}, Kind::Help},
+        {"version", {"--version"}, Kind::Version},
+        {"unknown", {"--frobnicate", "--help"}, Kind::Error},
+    };
+    for (const Row& r : rows)
+        EXPECT_EQ(pv::startRequest(r.args).kind, r.kind) << r.name;
+    EXPECT_NE(pv::startRequest({"--help"}).text.find("PAIRVIEW_HOME"), std::string::npos);
+    EXPECT_EQ(pv::startRequest({"--version"}).text,
+              std::string("pairview ") + PAIRVIEW_VERSION + "\n");
+    EXPECT_EQ(pv::startRequest({"--frobnicate"}).text,
+              "pairview: unknown option --frobnicate (see pairview --help)\n");
+}
 
 TEST(ProgramPaths, PerWindowNamesInsertTagBeforeExtension) {
     EXPECT_EQ(pv::perWindowFileName("/p/Pairview.txt", ""), "/p/Pairview.txt");

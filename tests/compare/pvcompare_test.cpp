@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <sys/wait.h>
@@ -72,10 +73,12 @@ TEST_F(PvCompare, ExitStatusSaysWhetherEverythingMatched) {
     tree.write("l/same.txt", "abc");
     tree.write("r/same.txt", "xyz");
     tree.write("l/.hidden", "left only but hidden");
-    EXPECT_EQ(pvcompare(home.str(), shellQuote(tree / "l") + " " + shellQuote(tree / "r")).status,
-              0);
+    const std::string ini = "-ini " + shellQuote(home / "Pairview.ini") + " ";
+    EXPECT_EQ(
+        pvcompare(home.str(), ini + shellQuote(tree / "l") + " " + shellQuote(tree / "r")).status,
+        0);
     tree.write("r/same.txt", "longer");
-    Result r = pvcompare(home.str(), shellQuote(tree / "l") + " " + shellQuote(tree / "r/"));
+    Result r = pvcompare(home.str(), ini + shellQuote(tree / "l") + " " + shellQuote(tree / "r/"));
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(withoutDates(r.out),
               "Start\n"
@@ -111,14 +114,46 @@ TEST_F(PvCompare, SubDirectoriesPatternAndAppend) {
     tree.write("r/sub/b.txt", "1");
     home.write("Pairview.txt", "kept\r\n");
     std::string dirs = shellQuote(tree / "l") + " " + shellQuote(tree / "r");
-    Result r = pvcompare(home.str(), "-s -p '*.TXT' --append " + dirs);
+    Result r = pvcompare(home.str(), "-s -p '*.TXT' --no-date --append " + dirs);
     EXPECT_EQ(r.status, 0) << r.out;
     EXPECT_NE(r.out.find("Directory 1: " + (tree / "l/sub") + " \n"), std::string::npos);
     EXPECT_EQ(r.out.find("a.log"), std::string::npos);
     EXPECT_NE(r.out.find("end of subdirectory compare"), std::string::npos);
     EXPECT_EQ(pvtest::readFile(home / "Pairview.txt"), "kept\r\n");
     tree.mkdir("l/extra");
-    EXPECT_EQ(pvcompare(home.str(), "-s -p '*.TXT' " + dirs).status, 1);
+    EXPECT_EQ(pvcompare(home.str(), "-s -p '*.TXT' --no-date " + dirs).status, 1);
+    std::filesystem::remove(tree / "l/extra");
+    tree.mkdir("r/sub/new");
+    r = pvcompare(home.str(), "-s -p '*.TXT' --no-date " + dirs);
+    EXPECT_EQ(r.status, 1);
+    EXPECT_NE(r.out.find("Unmatched sub directory : '" + (tree / "r/sub/new") +
+                         "' exists only in directory 2\nend of subdirectory compare"),
+              std::string::npos)
+        << r.out;
+}
+
+// Without -ini, a changed time or length tells the trees apart; with -ini the file
+// decides (here: length only); a flag overrides either.
+TEST_F(PvCompare, TimeAndLengthAreOnWithoutASettingsFileAndFlagsOverride) {
+    tree.write("l/a.txt", "abc");
+    tree.write("r/a.txt", "xyz");
+    namespace fs = std::filesystem;
+    fs::last_write_time(tree / "r/a.txt",
+                        fs::last_write_time(tree / "l/a.txt") - std::chrono::hours(1));
+    const std::string dirs = shellQuote(tree / "l") + " " + shellQuote(tree / "r");
+    const std::string ini = "-ini " + shellQuote(home / "Pairview.ini") + " ";
+    struct Row {
+        const char* args;
+        int status;
+    } rows[] = {{"", 1}, {"--no-date ", 0}, {"", 0}, {"--date ", 1}};
+    for (int i = 0; i < 4; ++i) {
+        const std::string args = (i >= 2 ? ini : "") + rows[i].args;
+        EXPECT_EQ(pvcompare(home.str(), args + dirs).status, rows[i].status) << args;
+    }
+    tree.write("r/a.txt", "longer");
+    fs::last_write_time(tree / "r/a.txt", fs::last_write_time(tree / "l/a.txt"));
+    EXPECT_EQ(pvcompare(home.str(), "--no-length " + dirs).status, 0);
+    EXPECT_EQ(pvcompare(home.str(), ini + "--no-length " + dirs).status, 0);
 }
 
 TEST_F(PvCompare, ErrorsGiveStatusTwo) {
@@ -131,6 +166,7 @@ TEST_F(PvCompare, ErrorsGiveStatusTwo) {
     Result help = pvcompare(home.str(), "--help");
     EXPECT_EQ(help.status, 0);
     EXPECT_NE(help.out.find("Exit status"), std::string::npos);
+    EXPECT_EQ(pvcompare(home.str(), "--version").out.rfind("pvcompare ", 0), 0u);
 }
 
 TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {

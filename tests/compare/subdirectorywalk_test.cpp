@@ -1,5 +1,10 @@
+#include "compare/filelisting.h"
 #include "compare/subdirectorywalk.h"
 #include "platform/runtimeerror.h"
+#include "support/temptree.h"
+
+#include <cerrno>
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -15,6 +20,7 @@ namespace {
 struct FakeTree {
     std::map<std::string, std::vector<std::string>> children;
     std::set<std::string> rightDirs;
+    std::set<std::string> unreadable; // on either side
     std::string left, right;
     std::vector<std::string> compared; // "left | right"
     std::vector<std::string> lines;
@@ -28,8 +34,14 @@ struct FakeTree {
             auto it = children.find(d);
             return it == children.end() ? std::vector<std::string>{} : it->second;
         };
-        h.moveLeft = [this](const std::string& d) { return left = d; };
+        h.moveLeft = [this](const std::string& d) {
+            if (unreadable.count(d))
+                throw RuntimeError(EACCES, "Path not found: " + d + ": Permission denied");
+            return left = d;
+        };
         h.moveRight = [this](const std::string& d) {
+            if (unreadable.count(d))
+                throw RuntimeError(EACCES, "Path not found: " + d + ": Permission denied");
             if (!rightDirs.count(d))
                 throw RuntimeError(2, "No such file or directory");
             return right = d;
@@ -63,6 +75,78 @@ TEST(SubDirectoryWalk, PreOrderWithUnmatchedDirectoriesReportedAndStillWalked) {
     EXPECT_EQ(t.lines,
               (std::vector<std::string>{"Unmatched sub directory : '\t/bak/y' does not exist",
                                         "Unmatched sub directory : '\t/bak/y/z' does not exist"}));
+}
+
+// A directory of the right tree that the left walk never reaches is listed once,
+// at its top, after the walk; one under a compared pair as well.
+TEST(SubDirectoryWalk, RightOnlyDirectoriesAreListedOnceAfterTheWalk) {
+    FakeTree t;
+    t.children["/src"] = {"/src/x"};
+    t.children["/bak"] = {"/bak/new", "/bak/x"};
+    t.children["/bak/new"] = {"/bak/new/deep"};
+    t.children["/bak/x"] = {"/bak/x/extra"};
+    t.rightDirs = {"/bak", "/bak/x", "/bak/new", "/bak/new/deep", "/bak/x/extra"};
+    t.run("/src", "/bak");
+    EXPECT_EQ(t.compared, (std::vector<std::string>{"/src | /bak", "/src/x | /bak/x"}));
+    EXPECT_EQ(t.lines, (std::vector<std::string>{
+                           "Unmatched sub directory : '/bak/new' exists only in directory 2",
+                           "Unmatched sub directory : '/bak/x/extra' exists only in directory 2"}));
+}
+
+// An unreadable directory on either side is reported with its reason, and its
+// pair is not compared (the left pane would still show the previous directory).
+TEST(SubDirectoryWalk, UnreadableDirectoriesAreReportedAndTheirPairsSkipped) {
+    FakeTree t;
+    t.children["/src"] = {"/src/a", "/src/b", "/src/c"};
+    t.children["/bak"] = {"/bak/a", "/bak/b", "/bak/c"};
+    t.rightDirs = {"/bak", "/bak/a", "/bak/b", "/bak/c"};
+    t.unreadable = {"/src/a", "/bak/b"};
+    t.run("/src", "/bak");
+    EXPECT_EQ(t.compared, (std::vector<std::string>{"/src | /bak", "/src/c | /bak/c"}));
+    EXPECT_EQ(t.lines,
+              (std::vector<std::string>{"Unreadable sub directory : '/src/a' Permission denied",
+                                        "Unreadable sub directory : '/bak/b' Permission denied"}));
+}
+
+// Links back up the tree would make the walk endless (two per level: 2^23 pairs).
+// Each directory is walked once; a link to one walked before is reported.
+TEST(SubDirectoryWalk, LinksToDirectoriesWalkedBeforeAreNotEnteredAgain) {
+    pvtest::TempDir tree;
+    namespace fs = std::filesystem;
+    for (const char* side : {"l", "r"}) {
+        tree.mkdir(std::string(side) + "/a");
+        fs::create_directory_symlink("..", tree / (std::string(side) + "/a/up"));
+        fs::create_directory_symlink(".", tree / (std::string(side) + "/a/self"));
+        fs::create_directory_symlink("a", tree / (std::string(side) + "/b"));
+    }
+    std::vector<std::string> compared, lines, notes;
+    SubDirectoryWalk::Hooks h;
+    std::string left;
+    h.subdirectories = [](const std::string& d) {
+        std::vector<std::string> out;
+        for (const std::string& name : listSubdirectories(d))
+            out.push_back(joinPath(d, name));
+        return out;
+    };
+    h.moveLeft = [&](const std::string& d) { return left = d; };
+    h.moveRight = [](const std::string& d) {
+        listSubdirectories(d);
+        return d;
+    };
+    h.compare = [&] { compared.push_back(left); };
+    h.stopRequested = [&] { return compared.size() > 20; }; // a walk without end stops here
+    h.addLine = [&](const std::string& l) { lines.push_back(l); };
+    h.addNote = [&](const std::string& l) { notes.push_back(l); };
+    const std::string l = tree / "l";
+    left = l;
+    SubDirectoryWalk(h).run(l, tree / "r");
+    EXPECT_EQ(compared, (std::vector<std::string>{l, l + "/a"}));
+    EXPECT_EQ(lines, std::vector<std::string>{});
+    EXPECT_EQ(notes,
+              (std::vector<std::string>{
+                  "Sub directory loop : '" + l + "/a/self' leads to '" + l + "/a', not entered",
+                  "Sub directory loop : '" + l + "/a/up' leads to '" + l + "', not entered",
+                  "Sub directory loop : '" + l + "/b' leads to '" + l + "/a', not entered"}));
 }
 
 TEST(SubDirectoryWalk, TwentyFourLevelsAreComparedAndDeeperOnesReported) {

@@ -142,6 +142,7 @@ TEST_F(Launcher, AssociationOpenerBranches) {
     EXPECT_EQ(launcher.GetRelatedEXEforFileType("\"/a.txt\""), 0);
     EXPECT_EQ(prompts.messages.back(), pv::kNoAssociationText);
     EXPECT_EQ(prompts.titles.back(), pv::kNoAssociationTitle);
+    EXPECT_EQ(prompts.icons.back(), pv::MessageIcon::Exclamation);
 
     // An associated program opens the file.
     host.associatedProgram = "/usr/bin/kate";
@@ -154,6 +155,7 @@ TEST_F(Launcher, AssociationOpenerBranches) {
     EXPECT_EQ(prompts.messages.back(),
               "Open failed:" + std::to_string(EACCES) + "\r\nDesc: Permission denied");
     EXPECT_EQ(prompts.titles.back(), pv::kOpenFailedTitle);
+    EXPECT_EQ(prompts.icons.back(), pv::MessageIcon::Exclamation);
 
     // The query tool as the associated program gets the chosen connection.
     settings.write("ISQL", "ITEM2", "-S two");

@@ -1,10 +1,11 @@
 // The pvcmd program end to end: scripts as Pairview writes them, started the way
 // Pairview starts them, and the tools run directly from a shell.
 
-#include "support/envguard.h"
 #include "pvcmdtestutil.h"
+#include "support/envguard.h"
 
 #include "platform/process.h"
+#include "platform/pvversion.h"
 #include "pvcmd/tool.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +45,6 @@ ProgramRun runPvcmd(const pvtest::TempDir& dir, const std::vector<std::string>& 
     run.err = readFile(errPath);
     return run;
 }
-
 
 TEST(PvcmdProgram, CompareScriptRunsEndToEnd) {
     pvtest::TempDir dir;
@@ -131,8 +131,8 @@ TEST(PvcmdProgram, ShippedSingleCompareScriptPassesEverySwitch) {
     EnvGuard editorVar("PAIRVIEW_EDITOR", pv::quoteArgument(editor));
     // The last switch, /w, is the eleventh argument: only with it (and /c) do the
     // files compare equal.
-    ProgramRun run = runPvcmd(
-        dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/t", "/w"});
+    ProgramRun run =
+        runPvcmd(dir, {script, a, b, result, "/lb100", "/2", "/a", "/c", "/l", "/n", "/t", "/w"});
     EXPECT_EQ(run.rc, 0) << run.err;
     EXPECT_EQ(readFile(result),
               crlf("Comparing files " + a + " and " + b + "\nFC: no differences encountered\n\n"));
@@ -153,6 +153,9 @@ TEST(PvcmdProgram, ToolsAndUsageFromTheShell) {
     const Row rows[] = {
         {"Help", {"--help"}, 0, "pvcmd SCRIPT.cmd", ""},
         {"ToolHelp", {"fc", "/?"}, 0, "/LBn", ""},
+        {"FindstrHelp", {"findstr", "/?"}, 0, "/C:string", ""},
+        {"XcopyHelp", {"XCOPY", "/?"}, 0, "/EXCLUDE:", ""},
+        {"Version", {"--version"}, 0, "pvcmd " PAIRVIEW_VERSION "\n", ""},
         {"ToolByUpperCaseExeName", {"FC.EXE", a, a}, 0, "no differences", ""},
         {"Different", {"fc", a, b}, 1, "***** " + b, ""},
         {"MissingFile", {"fc", a, dir / "none.txt"}, 2, "FC: cannot open", ""},
@@ -167,6 +170,14 @@ TEST(PvcmdProgram, ToolsAndUsageFromTheShell) {
         EXPECT_NE(run.out.find(row.outContains), std::string::npos) << row.name << ": " << run.out;
         EXPECT_NE(run.err.find(row.errContains), std::string::npos) << row.name << ": " << run.err;
     }
+}
+
+TEST(PvcmdProgram, HelpNamesEveryToolAndCommand) {
+    pvtest::TempDir dir;
+    const std::string help = runPvcmd(dir, {"--help"}).out;
+    for (const char* word : {"fc", "findstr", "dir", "xcopy", "rem", "echo", "cd", "pushd", "popd",
+                             "set", "shift", "start", "exit", "pause"})
+        EXPECT_NE(help.find("\n  " + std::string(word) + " "), std::string::npos) << word;
 }
 
 TEST(PvcmdProgram, UnknownCommandGivesShellNotFoundStatus) {

@@ -18,6 +18,7 @@
 #include <QIcon>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
 #include <QTimer>
@@ -45,6 +46,20 @@ class MenuSwitchStates : public SwitchStates {
     const MDIForm1& m_frame;
 };
 
+// A menu item that can tell whether a command listens to it. Every menu it is
+// added to listens to it as well, so a command is a listener beyond those.
+class MenuItem : public QAction {
+public:
+    MenuItem(const QString& caption, QObject* parent) : QAction(caption, parent) {}
+    bool hasCommand() const {
+        qsizetype menus = 0;
+        for (QObject* o : associatedObjects())
+            if (qobject_cast<QMenu*>(o) || qobject_cast<QMenuBar*>(o))
+                ++menus;
+        return receivers(SIGNAL(triggered(bool))) > menus;
+    }
+};
+
 } // namespace
 
 MDIForm1* mainWindow() {
@@ -65,6 +80,7 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    disableItemsWithoutCommand();
     resize(1100, 760);
     setWindowIcon(QIcon(":/icons/pairview.svg"));
     connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow* sub) {
@@ -112,10 +128,18 @@ QMenu* MDIForm1::menu(const QString& name) const {
 }
 
 QAction* MDIForm1::addItem(QMenu* menu, const char* name, const char* caption) {
-    QAction* a = menu->addAction(QString::fromUtf8(caption));
+    auto* a = new MenuItem(QString::fromUtf8(caption), this);
+    menu->addAction(a);
     a->setObjectName(name);
-    a->setParent(this);
     return a;
+}
+
+void MDIForm1::disableItemsWithoutCommand() {
+    // An item nothing listens to would do nothing when chosen: it is shown
+    // disabled until its command is bound. Submenus open on their own.
+    for (QAction* a : findChildren<QAction*>())
+        if (auto* item = dynamic_cast<MenuItem*>(a); item && !item->menu() && !item->hasCommand())
+            item->setEnabled(false);
 }
 
 QMenu* MDIForm1::addSubmenu(QMenu* parent, const char* name, const char* caption) {
@@ -139,8 +163,8 @@ void MDIForm1::createMenus() {
     QMenu* file = addSubmenu(nullptr, "File", "&File");
     addItem(file, "New", "&New");
     addItem(file, "Open", "&Open");
-    addItem(file, "Save", "&Save")->setEnabled(false);
-    addItem(file, "SaveAs", "Save&As")->setEnabled(false);
+    addItem(file, "Save", "&Save");
+    addItem(file, "SaveAs", "Save&As");
     connect(addItem(file, "Close", "&Close"), &QAction::triggered, this, &MDIForm1::Close_Click);
     file->addSeparator()->setObjectName("s1");
     connect(addItem(file, "Exit", "Exit"), &QAction::triggered, this, &MDIForm1::Exit_Click);
@@ -150,7 +174,7 @@ void MDIForm1::createMenus() {
     QMenu* edit = addSubmenu(nullptr, "edit", "&Edit");
     addItem(edit, "mnuCompare", "Compare");
     addItem(edit, "mnuCompare_Single", "Compare single");
-    addItem(edit, "mnuCompareResume", "Compare Resume")->setEnabled(false);
+    addItem(edit, "mnuCompareResume", "Compare Resume");
     addItem(edit, "mnuFindFile", "FindFile");
     addItem(edit, "mnuFindText", "FindText");
     addItem(edit, "mnuXcopy", "XCOPY build");

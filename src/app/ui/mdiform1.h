@@ -89,6 +89,7 @@ private:
     void createSwitchMenus(QMenu* options);
     void MDIForm_Unload();
     void connectCommands();
+    void disableItemsWithoutCommand();
     void refreshCompareWindow(Pairview* window, bool stamp);
     void forwardToActive(const char* procedure);
     void tileChildren(Qt::Orientation orientation);

@@ -118,16 +118,25 @@ void MDIForm1::connectCommands() {
     };
 
     // Forwarders to the active compare window; the compare commands are the compare
-    // window's own.
-    bind("mnuFindFile", [this] { forwardToActive("FindFile_Click"); });
-    bind("mnuFindText", [this] { forwardToActive("FindTheText"); });
-    bind("mnuXcopy", [this] { forwardToActive("CreateXcopy_Click"); });
-    bind("mnu_Edit_RunShell", [this] { forwardToActive("RunShell_Click"); });
-    bind("AddFavorites", [this] {
-        if (Pairview* p = defaultCompareWindow(false))
-            if (!QMetaObject::invokeMethod(p, "AddFavorite_Click", Qt::DirectConnection))
-                throw RuntimeError(0, "The compare window has no command AddFavorite_Click");
-    });
+    // window's own. A procedure the compare window does not have stays unbound, so
+    // its item shows disabled rather than failing when chosen.
+    const auto hasProcedure = [](const char* procedure) {
+        return Pairview::staticMetaObject.indexOfMethod(
+                   QMetaObject::normalizedSignature((std::string(procedure) + "()").c_str())) >= 0;
+    };
+    const auto forward = [this, bind, hasProcedure](const char* name, const char* procedure) {
+        if (hasProcedure(procedure))
+            bind(name, [this, procedure] { forwardToActive(procedure); });
+    };
+    forward("mnuFindFile", "FindFile_Click");
+    forward("mnuFindText", "FindTheText");
+    forward("mnuXcopy", "CreateXcopy_Click");
+    forward("mnu_Edit_RunShell", "RunShell_Click");
+    if (hasProcedure("AddFavorite_Click"))
+        bind("AddFavorites", [this] {
+            if (Pairview* p = defaultCompareWindow(false))
+                QMetaObject::invokeMethod(p, "AddFavorite_Click", Qt::DirectConnection);
+        });
 
     bind("mnu_notes", open([] { return std::string("Notes.txt"); }));
     bind("ShowINI", open([&g] { return g.paths.settingsPath; }));

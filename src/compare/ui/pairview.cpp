@@ -4,6 +4,7 @@
 #include "app/errorpolicy.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
+#include "app/settingsseed.h"
 #include "app/ui/formregistry.h"
 #include "app/ui/mdiform1.h"
 #include "compare/filelisting.h"
@@ -75,20 +76,21 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     FormRegistry::setTag(this, QString());
     setWindowTitle("Directory Comparisons");
     createControls();
-    // The lists open on the current directory (the program directory at start),
-    // as list controls do before any setting is applied.
-    std::string cwd = QDir::currentPath().toStdString();
+    // The lists open on the user's home directory until the settings name another:
+    // a first start shows the user's files, not the program's working files.
+    std::string home = QDir::homePath().toStdString();
     for (Side side : {Side::Left, Side::Right}) {
         Pane& p = m_panes[index(side)];
-        skipOnError([&] { p.drive->setDrive(driveOfPath(cwd, mountedDrives())); });
-        skipOnError([&] { p.dir->setPath(cwd); });
-        skipOnError([&] { p.files->setPath(cwd); });
+        skipOnError([&] { p.drive->setDrive(driveOfPath(home, mountedDrives())); });
+        skipOnError([&] { p.dir->setPath(home); });
+        skipOnError([&] { p.files->setPath(home); });
     }
     for (Side side : {Side::Left, Side::Right})
         connectPane(side);
     connectCompareControls();
+    connectScriptControls();
     if (m_frame) {
-        connect(findChild<QPushButton*>("ShowINIButton"), &QPushButton::clicked, this,
+        connect(findChild<QPushButton*>("ShowINI"), &QPushButton::clicked, this,
                 [this] { m_frame->ShowINI_Click(this); });
         connect(findChild<QPushButton*>("OpenByAssociation"), &QPushButton::clicked, this,
                 [this] { m_frame->OpenByAssociation_Click(this); });
@@ -253,7 +255,7 @@ QWidget* Pairview::createCommandArea() {
          button(area, "RunShell", "Run Shell", "Use the shell command to run the selected file."),
          button(area, "AddFavorite", "AddFavorite",
                 "Add the Parent of the currently selected directory"),
-         button(area, "ShowINIButton", "Show INI", "Show the product configuration file"),
+         button(area, "ShowINI", "Show INI", "Show the product configuration file"),
          button(area, "OpenByAssociation", "Open by association",
                 "Open the selected file with it's operating system associated program")}};
     for (int r = 0; r < 2; ++r)
@@ -268,8 +270,7 @@ QWidget* Pairview::createCommandArea() {
     grid->setColumnStretch(10, 1);
     // Buttons whose commands are not part of this window yet stay visible but
     // cannot be pressed, rather than doing nothing.
-    for (const char* name : {"CopySelected", "FindFile", "FindText", "CreateXcopy", "RunShell",
-                             "AddFavorite"})
+    for (const char* name : {"CopySelected", "AddFavorite"})
         area->findChild<QPushButton*>(name)->setEnabled(false);
     return area;
 }
@@ -311,9 +312,9 @@ bool Pairview::eventFilter(QObject* watched, QEvent* event) {
         else if (watched == m_editorList)
             EditorList_Change();
         else if (watched == m_panes[0].network)
-            NetworkDrive_Change(Side::Left);
+            NetworkDrive_LostFocus(Side::Left);
         else if (watched == m_panes[1].network)
-            NetworkDrive_Change(Side::Right);
+            NetworkDrive_LostFocus(Side::Right);
     }
     return QWidget::eventFilter(watched, event);
 }
@@ -389,11 +390,23 @@ void Pairview::NetworkDrive_Change(Side side) {
     if (combo->currentIndex() < 0 || combo->currentText() != combo->itemText(combo->currentIndex()))
         return; // typed text that names no list entry
     std::string item = combo->itemText(combo->currentIndex()).toStdString();
+    m_networkFailed[index(side)].clear();
     try {
         dir(side)->setPath(item);
     } catch (const std::exception& e) {
+        m_networkFailed[index(side)] = item;
         prompter().message(item + " \r\n" + errorDescription(e));
     }
+}
+
+void Pairview::NetworkDrive_LostFocus(Side side) {
+    // The box loses the focus to the message about the path it just failed on:
+    // that path is not tried, and reported, a second time.
+    QComboBox* combo = networkDrive(side);
+    if (!m_networkFailed[index(side)].empty() &&
+        combo->currentText().toStdString() == m_networkFailed[index(side)])
+        return;
+    NetworkDrive_Change(side);
 }
 
 void Pairview::FilePatternCombo_Change() {
@@ -424,6 +437,7 @@ void Pairview::Form_Load() {
     if (m_frame)
         if (auto path = settingsPathFromCommandLine(joinArguments(m_frame->arguments())))
             globals().paths.settingsPath = *path;
+    skipOnError([] { seedNewSettingsFile(programSettings()); });
     LoadINISettings();
     if (auto* copyList = findChild<QListWidget*>("CopyList"))
         copyList->setCurrentRow(0);

@@ -57,6 +57,7 @@ public:
     void FileList_Click(Side side);
     void FileList_DblClick(Side side);
     void NetworkDrive_Change(Side side);
+    void NetworkDrive_LostFocus(Side side);
     void FilePatternCombo_Change();
     void EditorList_Change();
 
@@ -96,6 +97,14 @@ public:
     // The task number of the last program this window started.
     long lastTask = 0;
 
+    // The search and script commands (pairviewscripts.cpp). The main window's
+    // menu items call them by name.
+    Q_INVOKABLE void FindFile_Click();
+    Q_INVOKABLE void FindTheText();
+    Q_INVOKABLE void FindText_Click();
+    Q_INVOKABLE void CreateXcopy_Click();
+    Q_INVOKABLE void RunShell_Click();
+
     // Ticks StopProcessing, so a running walk stops at its next level.
     void requestStop();
     // While a compare runs, the windows it writes to refuse to close: this asks
@@ -116,6 +125,7 @@ private:
     static int index(Side side) { return side == Side::Left ? 0 : 1; }
 
     void connectCompareControls();
+    void connectScriptControls();
     void createControls();
     void createPane(Side side);
     QWidget* createCommandArea();
@@ -130,6 +140,8 @@ private:
     QStatusBar* m_statusBar = nullptr;
     std::array<QLabel*, 6> m_statusPanels{};
     std::unique_ptr<PairviewCompare> m_compare;
+    // Per side, the network path that last failed to open ("" after a success).
+    std::array<std::string, 2> m_networkFailed;
 };
 
 } // namespace pv

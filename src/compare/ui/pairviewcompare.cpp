@@ -87,12 +87,14 @@ std::string PairviewCompare::moveRight(const std::string& dir) {
 
 std::vector<std::string> PairviewCompare::subdirectories(const std::string& dir) {
     std::vector<std::string> paths;
-    // The left pane has just listed this directory's sub-directories.
-    DirListBox* left = m_form.dir(Side::Left);
-    if (left->path() == dir) {
-        for (int k = 0; k < left->listCount(); ++k)
-            paths.push_back(left->item(k));
-        return paths;
+    // A pane that was just moved there has listed this directory's sub-directories.
+    for (Side side : {Side::Left, Side::Right}) {
+        DirListBox* pane = m_form.dir(side);
+        if (pane->path() == dir) {
+            for (int k = 0; k < pane->listCount(); ++k)
+                paths.push_back(pane->item(k));
+            return paths;
+        }
     }
     for (const std::string& name : listSubdirectories(dir))
         paths.push_back(joinPath(dir, name));

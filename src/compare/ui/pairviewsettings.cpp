@@ -113,16 +113,22 @@ void Pairview::LoadINISettings() {
                 QString::fromStdString(patternList.substr(start, comma - start)));
             start = comma + 1;
         }
-        // Filling the box selects no item by itself: a stored pattern that is not
-        // in the list leaves it empty, as the lists are not filtered by anything.
         m_filePatternCombo->setCurrentIndex(-1);
         if (!pattern.empty()) {
             QString wanted = QString::fromStdString(std::string(trimBlanks(pattern)));
+            bool listed = false;
             for (int i = 0; i < m_filePatternCombo->count(); ++i)
                 if (m_filePatternCombo->itemText(i) == wanted) {
                     m_filePatternCombo->setCurrentIndex(i);
                     FilePatternCombo_Change();
+                    listed = true;
                 }
+            // A pattern the user typed is stored but is no item of the list: the
+            // box shows it and the lists are filtered by it, as before the restart.
+            if (!listed) {
+                m_filePatternCombo->setEditText(wanted);
+                FilePatternCombo_Change();
+            }
         }
     });
 

@@ -1,4 +1,5 @@
 #include "app/programpaths.h"
+#include "app/settingsseed.h"
 #include "app/ui/mdiform1.h"
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/drivelistbox.h"
@@ -6,8 +7,9 @@
 #include "compare/ui/pairview.h"
 #include "platform/runtimeerror.h"
 #include "settings/settings.h"
-#include "support/recordingprompter.h"
+#include "support/envguard.h"
 #include "support/qt/runningprogram.h"
+#include "support/recordingprompter.h"
 #include "support/temptree.h"
 
 #include <QAction>
@@ -23,22 +25,32 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <filesystem>
+#include <memory>
 
 using pv::Side;
 
 namespace {
 
 class PairviewTest : public pvtest::TwoTreesTest {
-protected:
+  protected:
     std::vector<std::string> names(Side side) const { return window->files(side)->names(); }
 };
 
 } // namespace
 
 TEST_F(PairviewTest, FirstStartWritesEditorAndPatternAndOpensFrame) {
+    pvtest::TempDir user;
+    pvtest::EnvGuard userHome("HOME", user.str());
     start();
+    // The panes show the user's files, not the program directory.
+    EXPECT_EQ(window->dir(Side::Left)->path(), user.str());
+    EXPECT_EQ(window->dir(Side::Right)->path(), user.str());
+    // A new settings file offers the longer pattern list and the editors list.
+    EXPECT_EQ(value("APPLICATION", "FILEPATTERNLIST"), pv::kSeedPatternList);
+    EXPECT_EQ(window->filePatternCombo()->findText("*.cpp;*.h"), 14);
+    EXPECT_EQ(value("EDITORS", "ITEM0"), "Write.exe");
+    EXPECT_EQ(window->editorList()->itemText(0).toStdString(), "Write.exe");
     // A maximized child adds its caption to the frame's.
     EXPECT_EQ(frame->windowTitle().left(17).toStdString(), "Pairview Utility ");
     EXPECT_EQ(window->windowTitle().toStdString(), "Directory Comparisons");
@@ -93,10 +105,11 @@ TEST_F(PairviewTest, VanishedDriveAndDirectoryFallBackToRootWithOneMessageEach) 
     s.write("LASTFILE", "DIRTWO", home / "moved-away");
     start();
     ASSERT_EQ(prompts.messages.size(), 2u);
-    EXPECT_EQ(prompts.messages[0].rfind("SetDrive:Error The Drive 1 set was invalid. Setting to /\r\n"
-                                        "This is sometimes due to changing network configurations. ",
-                                        0),
-              0u);
+    EXPECT_EQ(
+        prompts.messages[0].rfind("SetDrive:Error The Drive 1 set was invalid. Setting to /\r\n"
+                                  "This is sometimes due to changing network configurations. ",
+                                  0),
+        0u);
     EXPECT_EQ(prompts.messages[1].rfind("Directory:Error The Directory 2 set was invalid. Setting "
                                         "to /\r\nThis is sometimes due to changing network "
                                         "configurations or moving a folder. ",
@@ -256,6 +269,23 @@ TEST_F(PairviewTest, NetworkPathsMoveThePaneOnlyWhenChosen) {
     EXPECT_TRUE(prompts.messages.empty());
 }
 
+// A missing path typed into the network box is reported once, though the box
+// loses the focus to the message; the pane stays where it was.
+TEST_F(PairviewTest, MissingNetworkPathIsReportedOnce) {
+    start();
+    window->dir(Side::Left)->setPath(left);
+    QComboBox* network = window->networkDrive(Side::Left);
+    network->clearEditText();
+    QTest::keyClicks(network, QString::fromStdString(home / "gone"));
+    QTest::keyClick(network, Qt::Key_Return);
+    QFocusEvent leave(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(network, &leave);
+    ASSERT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(prompts.messages[0].rfind(home / "gone" + " \r\n", 0), 0u);
+    EXPECT_EQ(window->dir(Side::Left)->path(), left);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), left);
+}
+
 // The drive list is read again when it drops down: a drive mounted after start can
 // be chosen, and the pane's own drive stays listed after it is unmounted.
 TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
@@ -288,9 +318,9 @@ TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
     pv::DriveListBox::setDriveSource(previous);
 }
 
-// A stored pattern missing from the pattern list selects nothing: the box does not
-// show a pattern the lists are not filtered by, and leaving it stores nothing.
-TEST_F(PairviewTest, StoredPatternNotInTheListLeavesThePatternBoxEmpty) {
+// A pattern typed into the box is stored but is no item of the list: the next
+// start shows it and filters the lists by it.
+TEST_F(PairviewTest, StoredPatternNotInTheListIsShownAndApplied) {
     pv::Settings s(ini);
     s.write("APPLICATION", "FILEPATTERNLIST", "*.txt,*.cpp");
     s.write("LASTFILE", "FILEPATTERN", "*.h");
@@ -298,13 +328,9 @@ TEST_F(PairviewTest, StoredPatternNotInTheListLeavesThePatternBoxEmpty) {
     start();
     QComboBox* combo = window->filePatternCombo();
     EXPECT_EQ(combo->count(), 2);
-    EXPECT_EQ(combo->currentIndex(), -1);
-    EXPECT_EQ(combo->currentText().toStdString(), "");
-    EXPECT_EQ(names(Side::Left), (std::vector<std::string>{"a.cpp", "b.h", "c.txt"}));
-    QFocusEvent leave(QEvent::FocusOut, Qt::TabFocusReason);
-    QApplication::sendEvent(combo, &leave);
+    EXPECT_EQ(combo->currentText().toStdString(), "*.h");
+    EXPECT_EQ(names(Side::Left), std::vector<std::string>{"b.h"});
     EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.h");
-    EXPECT_EQ(names(Side::Left).size(), 3u);
 }
 
 // A directory removed after it was listed cannot be opened: the pane stays where

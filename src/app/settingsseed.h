@@ -1,0 +1,22 @@
+#pragma once
+// What a new settings file starts with: the longer file-pattern list and an
+// editors list, so that a first start offers more than "*.*" and a user who
+// picks another editor can go back to "Write.exe" from the list.
+
+#include <string_view>
+
+namespace pv {
+
+class Settings;
+
+inline constexpr std::string_view kSeedPatternList =
+    "*.*,*.asp,*.cls,*.dll,*.frm,*.inc,*.ini,*.txt,*.java,*.doc,*.wri,*.aspx,*.cs,"
+    "*.aspx;*.cs,*.cpp;*.h,*.py";
+inline constexpr std::string_view kSeedEditor = "Write.exe";
+
+// Writes "APPLICATION"/"FILEPATTERNLIST" and "EDITORS"/"ITEM0" when the settings
+// file does not exist yet; a file that exists, even an empty one, is left as it
+// is. Returns true when it seeded the file.
+bool seedNewSettingsFile(const Settings& settings);
+
+} // namespace pv

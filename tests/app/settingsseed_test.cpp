@@ -1,0 +1,21 @@
+#include "app/settingsseed.h"
+#include "settings/settings.h"
+#include "support/temptree.h"
+
+#include <gtest/gtest.h>
+
+// Only a settings file that does not exist is seeded: a user's own file, even an
+// empty one, keeps what it holds.
+TEST(SettingsSeed, OnlyANewFileIsSeeded) {
+    pvtest::TempDir dir;
+    pv::Settings fresh(dir / "new.ini");
+    EXPECT_TRUE(pv::seedNewSettingsFile(fresh));
+    EXPECT_EQ(fresh.read("APPLICATION", "FILEPATTERNLIST"), pv::kSeedPatternList);
+    EXPECT_EQ(fresh.read("EDITORS", "ITEM0"), "Write.exe");
+    EXPECT_FALSE(pv::seedNewSettingsFile(fresh));
+
+    dir.write("empty.ini", "");
+    pv::Settings empty(dir / "empty.ini");
+    EXPECT_FALSE(pv::seedNewSettingsFile(empty));
+    EXPECT_EQ(empty.read("APPLICATION", "FILEPATTERNLIST"), "");
+}

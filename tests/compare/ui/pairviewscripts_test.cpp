@@ -1,0 +1,132 @@
+// The search and script commands of a running compare window, end to end: the
+// scripts they write run under the built pvcmd, and the desktop editor the
+// scripts end with is a recording stand-in.
+
+#include "app/ui/commandsfixture.h"
+#include "compare/ui/dirlistbox.h"
+#include "compare/ui/filelistbox.h"
+#include "pvcmd/scriptrun.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QPushButton>
+
+using pv::Side;
+
+namespace {
+
+class PairviewScripts : public pvtest::CommandsTest {
+  protected:
+    void SetUp() override {
+        CommandsTest::SetUp();
+        if (!pvtest::havePvcmd())
+            GTEST_SKIP() << "pvcmd is not built";
+        home.write("left/a.cpp", "int todo;\n");
+        home.write("left/b.h", "// todo later\n");
+        home.write("left/c.txt", "todo, not searched\n");
+    }
+    void start() {
+        CommandsTest::start();
+        window->dir(Side::Left)->setPath(left);
+        window->dir(Side::Right)->setPath(right);
+    }
+    void press(const char* button) {
+        auto* b = window->findChild<QPushButton*>(button);
+        ASSERT_TRUE(b && b->isEnabled()) << button;
+        b->click();
+    }
+    // The capture file, once the script has opened it in the editor.
+    std::string captureAfterRun(const std::string& capture) {
+        EXPECT_EQ(editorArgs(), "[" + capture + "]\n");
+        std::filesystem::remove(editorLog);
+        return pvtest::readFile(capture);
+    }
+
+    pvtest::EnvGuard m_pvcmd{"PAIRVIEW_PVCMD", pvtest::pvcmdExecutable()};
+};
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(PairviewScripts, FindFileListsTheSearchedNameInTheCaptureFile) {
+    write("DIRCONTROL", "DIR_B", "True");
+    start();
+    prompts.inputAnswers = {"*.h"};
+    press("FindFile");
+    std::string capture = captureAfterRun(home / "PairviewFINDFILE.txt");
+    EXPECT_TRUE(contains(capture, "searchFile = '*.h' \r\n")) << capture;
+    EXPECT_TRUE(contains(capture, "- \r\nb.h\r\n- \r\n")) << capture;
+    EXPECT_FALSE(contains(capture, "a.cpp")) << capture;
+    EXPECT_NE(window->lastTask, 0);
+}
+
+TEST_F(PairviewScripts, FindTextSearchesThePatternsSinglyOrBrokenOut) {
+    write("LASTFILE", "FILEPATTERN", "*.cpp;*.h");
+    start();
+    prompts.inputAnswers = {"todo", "todo"};
+    frame->action("mnuFindText")->trigger();
+    const std::string path = home / "PairviewFIND.txt";
+    std::string single = captureAfterRun(path);
+    EXPECT_TRUE(contains(single, "a.cpp:int todo;\n")) << single;
+    EXPECT_TRUE(contains(single, "b.h:// todo later\n")) << single;
+    EXPECT_FALSE(contains(single, "c.txt")) << single;
+    EXPECT_FALSE(contains(single, "Looking for")) << single;
+
+    frame->action("mnu_Options_FindStr_file_type_breakout")->trigger();
+    press("FindText");
+    std::string breakout = captureAfterRun(path);
+    const std::size_t cpp = breakout.find("Looking for *.cpp ----------- \r\n");
+    const std::size_t h = breakout.find("Looking for *.h ----------- \r\n");
+    ASSERT_NE(cpp, std::string::npos) << breakout;
+    ASSERT_NE(h, std::string::npos) << breakout;
+    EXPECT_LT(cpp, breakout.find("a.cpp:int todo;\n"));
+    EXPECT_LT(h, breakout.find("b.h:// todo later\n"));
+    // Replace mode started the capture file anew.
+    EXPECT_EQ(breakout.find("searchText"), breakout.rfind("searchText"));
+}
+
+TEST_F(PairviewScripts, TheCopyScriptCopiesTheLeftListIntoTheRightDirectory) {
+    write("APPLICATION", "XCOPYPARMS", "/y");
+    start();
+    frame->action("mnuXcopy")->trigger();
+    ASSERT_TRUE(prompts.messages.empty()) << prompts.messages.front();
+    pvtest::runScript(home.str(), "Xcopy_FILE.CMD");
+    const std::string results = home / "XCOPY_FILE.TXT";
+    EXPECT_EQ(editorArgs(), "[" + results + "]\n");
+    for (const char* name : {"a.cpp", "b.h", "c.txt"})
+        EXPECT_EQ(pvtest::readFile(right + "/" + name), pvtest::readFile(left + "/" + name))
+            << name;
+    EXPECT_EQ(pvtest::readFile(results), "\"---\" \r\n" + left + "/a.cpp\r\n1 File(s) copied\r\n" +
+                                             left + "/b.h\r\n1 File(s) copied\r\n" + left +
+                                             "/c.txt\r\n1 File(s) copied\r\n");
+}
+
+TEST_F(PairviewScripts, RunShellStartsTheSelectedFileWithItsParameters) {
+    const std::string log = home / "tool.log";
+    pvtest::writeRecorder(home, "left/tool.sh", log);
+    home.write("left/run.cmd", "echo %1 %2 > \"" + home / "cmd.txt" + "\"\r\n");
+    start();
+    pv::FileListBox* list = window->files(Side::Left);
+    list->setPath(left);
+    auto select = [&](const std::string& name) {
+        for (int i = 0; i < list->listCount(); ++i)
+            if (list->item(i) == name)
+                list->setCurrentRow(i);
+    };
+    select("tool.sh");
+    prompts.inputAnswers = {"one \"two three\""};
+    press("RunShell");
+    EXPECT_EQ(pvtest::waitForLine(log), "[one][two three]\n");
+
+    // A command script runs under pvcmd; the OpenWith pop-up holds the same item.
+    select("run.cmd");
+    prompts.inputAnswers = {"hello world"};
+    ASSERT_NE(frame->menu("OpenWith"), nullptr);
+    ASSERT_TRUE(frame->menu("OpenWith")->actions().contains(frame->action("mnu_Edit_RunShell")));
+    frame->action("mnu_Edit_RunShell")->trigger();
+    EXPECT_EQ(pvtest::waitForLine(home / "cmd.txt"), "hello world \r\n");
+    EXPECT_TRUE(prompts.messages.size() == 2) << prompts.messages.back();
+}
+
+} // namespace

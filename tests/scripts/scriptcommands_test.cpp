@@ -1,0 +1,229 @@
+#include "scripts/scriptcommands.h"
+
+#include "platform/clock.h"
+#include "platform/process.h"
+#include "platform/runtimeerror.h"
+#include "settings/settings.h"
+#include "support/recordingprompter.h"
+#include "support/temptree.h"
+
+#include <gtest/gtest.h>
+
+using pv::MessageIcon;
+
+namespace {
+
+class FixedClock : public pv::Clock {
+  public:
+    std::chrono::system_clock::time_point now() const override {
+        return std::chrono::system_clock::from_time_t(1795000000);
+    }
+};
+
+// Also keeps the text each input box proposed.
+class Prompts : public pvtest::RecordingPrompter {
+  public:
+    std::vector<std::string> proposed;
+    std::optional<std::string> input(const std::string& prompt, const std::string& title,
+                                     const std::string& defaultText) override {
+        proposed.push_back(defaultText);
+        return RecordingPrompter::input(prompt, title, defaultText);
+    }
+};
+
+class ScriptCommandsTest : public ::testing::Test {
+  protected:
+    ScriptCommandsTest() : m_oldClock(pv::setProgramClock(&m_clock)) {
+        w.programDirectory = home.str();
+        w.findFileCapture = home / "PairviewFINDFILE.txt";
+        w.findTextCapture = home / "PairviewFIND.txt";
+        w.xcopyScript = home / "Xcopy_FILE.CMD";
+        w.left = {"/l", "/l/files", "/", {"a.txt", "b.h"}, std::nullopt};
+        w.right = {"/r", "/r/files", "/mnt", {"c.txt"}, std::nullopt};
+    }
+    ~ScriptCommandsTest() override { pv::setProgramClock(m_oldClock); }
+
+    pv::ScriptCommands commands() {
+        return pv::ScriptCommands(settings, [this](const std::string& command) {
+            if (failStart)
+                throw pv::RuntimeError(2, "pvcmd: No such file or directory");
+            started.push_back(command);
+            return 42L;
+        });
+    }
+    std::string script(const char* name) const { return pvtest::readFile(home / name); }
+    bool has(const std::string& text, const std::string& part) const {
+        return text.find(part) != std::string::npos;
+    }
+
+    pvtest::TempDir home;
+    pv::Settings settings{home / "Pairview.ini"};
+    Prompts prompts;
+    pv::ScriptWindow w;
+    std::vector<std::string> started;
+    bool failStart = false;
+    const std::string now = pv::formatGeneralDate(FixedClock().now());
+
+  private:
+    FixedClock m_clock;
+    const pv::Clock* m_oldClock;
+};
+
+TEST_F(ScriptCommandsTest, SearchesRefuseCancelledEmptyAndUnscriptableTexts) {
+    settings.write("APPLICATION", "SEARCHFILE", "old");
+    settings.write("APPLICATION", "SEARCHTEXT", "old");
+    struct Row {
+        bool findText;
+        std::optional<std::string> answer;
+        const char* message;
+    } rows[] = {
+        {false, std::nullopt, "action cancelled by operator"},
+        {false, "", "empty string not searched for"},
+        {false, "a\nb", "Not searched for: the text holds a line break"},
+        {true, std::nullopt, "action cancelled by operator"},
+        {true, "", "empty string not searched for"},
+        {true, "say \"x\"", "Not searched for: the text holds a double quote"},
+    };
+    for (const Row& r : rows) {
+        prompts.messages.clear();
+        prompts.titles.clear();
+        prompts.inputAnswers = {r.answer};
+        EXPECT_EQ(r.findText ? commands().FindTheText(w) : commands().FindFile(w), 0);
+        const std::vector<std::string> expected{r.findText
+                                                    ? "Enter text to be scanned for"
+                                                    : "Enter File name / pattern to be scanned for",
+                                                r.message};
+        EXPECT_EQ(prompts.messages, expected);
+        EXPECT_EQ(prompts.titles,
+                  (std::vector<std::string>{r.findText ? "Text Search" : "File Search",
+                                            r.findText ? "Find Text" : "Find File"}));
+    }
+    EXPECT_EQ(prompts.proposed, std::vector<std::string>(6, "old"));
+    EXPECT_EQ(settings.read("APPLICATION", "SEARCHFILE"), "old");
+    EXPECT_EQ(settings.read("APPLICATION", "SEARCHTEXT"), "old");
+    EXPECT_TRUE(started.empty());
+}
+
+TEST_F(ScriptCommandsTest, FindFileSearchesTheClickedPaneIntoTheWindowsFiles) {
+    settings.write("DIRCONTROL", "DIR_B", "True");
+    settings.write("APPLICATION", "EDITOR", "internal");
+    w.tag = "2";
+    w.rightClickedLast = true;
+    prompts.inputAnswers = {"*.h"};
+    EXPECT_EQ(commands().FindFile(w), 42);
+    EXPECT_EQ(started, std::vector<std::string>{home / "pairviewFINDFile2.bat"});
+    EXPECT_EQ(settings.read("APPLICATION", "SEARCHFILE"), "*.h");
+    const std::string text = script("pairviewFINDFile2.bat");
+    const std::string q = "\"" + home / "PairviewFINDFILE2.txt" + "\"";
+    EXPECT_TRUE(has(text, "\r\ncd \"/r/files\"\r\n\r\n\r\n/mnt\r\n")) << text;
+    EXPECT_TRUE(has(text, "\r\nDIR /b *.h  >> " + q + "\r\n")) << text;
+    EXPECT_TRUE(has(text, "\r\nWrite.exe " + q + "\r\n")) << text;
+    EXPECT_TRUE(has(text, "rem ---------- Start " + now + " ")) << text;
+    EXPECT_EQ(script("PairviewFINDFILE2.txt"),
+              "\r\n\r\n ---------- Start " + now + " -----------\r\n\r\n");
+}
+
+TEST_F(ScriptCommandsTest, FindTextReadsTheWindowsPatternAndAppends) {
+    home.write("PairviewFIND.txt", "earlier results\r\n");
+    settings.write("LASTFILE", "FILEPATTERN", "*.c;*.h");
+    settings.write("FINDCONTROL", "I", "TRUE");
+    w.replaceOutput = false;
+    w.breakout = true;
+    prompts.inputAnswers = {"to do"};
+    EXPECT_EQ(commands().FindTheText(w), 42);
+    EXPECT_EQ(settings.read("APPLICATION", "SEARCHTEXT"), "to do");
+    EXPECT_EQ(script("PairviewFIND.txt"), "earlier results\r\n");
+    const std::string text = script("pairviewFINDDyn.bat");
+    EXPECT_TRUE(has(text, "\r\ncd \"/l/files\"\r\n")) << text;
+    EXPECT_TRUE(has(text, "Looking for *.c ")) << text;
+    EXPECT_TRUE(has(text, "findstr /i  /c:\"to do\" *.h >> ")) << text;
+}
+
+TEST_F(ScriptCommandsTest, FailuresToWriteOrStartNameTheFile) {
+    prompts.inputAnswers = {"*.h", "*.h"};
+    failStart = true;
+    EXPECT_EQ(commands().FindFile(w), 0);
+    EXPECT_EQ(prompts.messages.back(), "Cannot start " + home / "pairviewFINDFile.bat" +
+                                           ": pvcmd: No such file or directory");
+    EXPECT_EQ(prompts.icons.back(), MessageIcon::Critical);
+
+    w.programDirectory = home / "missing";
+    w.findFileCapture = home / "missing/PairviewFINDFILE.txt";
+    EXPECT_EQ(commands().FindFile(w), 0);
+    EXPECT_EQ(prompts.messages.back(), "Cannot write " + home / "missing/PairviewFINDFILE.txt" +
+                                           ": No such file or directory");
+    EXPECT_EQ(prompts.titles.back(), "Find File");
+}
+
+TEST_F(ScriptCommandsTest, CreateXcopyRewritesTheScriptAndNamesWhatItLeavesOut) {
+    settings.write("APPLICATION", "XCOPYPARMS", "/y");
+    w.left.items = {"a.txt", "odd\"name"};
+    commands().CreateXcopy(w);
+    EXPECT_EQ(prompts.messages,
+              std::vector<std::string>{w.xcopyScript +
+                                       " copies every file but these, whose names cannot stand "
+                                       "in a script line:\r\nodd\"name (the name holds a double "
+                                       "quote)"});
+    w.left.items = {"b.h"};
+    commands().CreateXcopy(w);
+    const std::string text = script("Xcopy_FILE.CMD");
+    EXPECT_TRUE(
+        has(text, "\r\nXCOPY \"/l/b.h\" \"/r/*.*\" /y >> \"" + home / "XCOPY_FILE.TXT" + "\"\r\n"))
+        << text;
+    EXPECT_FALSE(has(text, "a.txt"));
+    EXPECT_TRUE(started.empty());
+}
+
+TEST_F(ScriptCommandsTest, RunShellChoosesTheFile) {
+    struct Row {
+        bool left, right, rightClicked;
+        const char* command; // empty: no file chosen
+    } rows[] = {
+        {false, false, true, ""},
+        {false, true, false, "\"/r/files/c.txt\""},
+        {true, false, true, "\"/l/files/a.txt\""},
+        {true, true, true, "\"/r/files/c.txt\""},
+        {true, true, false, "\"/l/files/a.txt\""},
+    };
+    for (const Row& r : rows) {
+        prompts.messages.clear();
+        w.left.selectedFile = r.left ? std::optional<std::string>("a.txt") : std::nullopt;
+        w.right.selectedFile = r.right ? std::optional<std::string>("c.txt") : std::nullopt;
+        w.rightClickedLast = r.rightClicked;
+        commands().RunShell(w); // cancelled
+        const std::vector<std::string> expected =
+            *r.command
+                ? std::vector<std::string>{"Enter text to be used as command line parms "
+                                           "for : \r\n" +
+                                               std::string(r.command),
+                                           "action cancelled by operator"}
+                : std::vector<std::string>{"Please select a file to run with a click on the file"};
+        EXPECT_EQ(prompts.messages, expected) << r.command;
+    }
+    EXPECT_EQ(prompts.titles.back(), "Command line parms");
+    EXPECT_TRUE(started.empty());
+}
+
+TEST_F(ScriptCommandsTest, RunShellRemembersParametersPerFile) {
+    w.left.selectedFile = "a.txt";
+    prompts.inputAnswers = {"-v x", ""};
+    EXPECT_EQ(commands().RunShell(w), 42);
+    EXPECT_EQ(commands().RunShell(w), 42);
+    EXPECT_EQ(started,
+              (std::vector<std::string>{"\"/l/files/a.txt\" -v x", "\"/l/files/a.txt\" "}));
+    EXPECT_EQ(prompts.proposed, (std::vector<std::string>{"", "-v x"}));
+}
+
+TEST_F(ScriptCommandsTest, RunShellReportsAFileThatCannotStart) {
+    std::string notes = home.write("files/notes.txt", "not a program");
+    w.left.fileListPath = home / "files";
+    w.left.selectedFile = "notes.txt";
+    prompts.inputAnswers = {"--now"};
+    pv::ScriptCommands real(settings, [](const std::string& c) { return pv::startDetached(c); });
+    EXPECT_EQ(real.RunShell(w), 0);
+    EXPECT_EQ(prompts.messages.back(), "Shell run failed: 13 " + notes + ": Permission denied");
+    EXPECT_EQ(prompts.icons.back(), MessageIcon::Critical);
+    EXPECT_EQ(settings.read("SHELLSCRIPTS", "\"" + notes + "\""), "--now");
+}
+
+} // namespace
