@@ -59,7 +59,8 @@ int CompareEngine::seqWidth(long count1, long count2) {
 
 std::string CompareEngine::fcLine(const std::string& leftPath, const std::string& rightPath,
                                   const std::string& resultsFile) const {
-    return "fc " + m_fcSwitches + "\"" + leftPath + "\" \"" + rightPath + "\"  >> " + resultsFile;
+    return "fc " + m_fcSwitches + scriptArgument(leftPath) + " " +
+           scriptArgument(rightPath) + "  >> " + resultsFile;
 }
 
 void writeCompareHeader(CompareObserver& observer, const std::string& leftDir,
