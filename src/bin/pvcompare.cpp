@@ -17,8 +17,10 @@
 
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
 #include <iostream>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -48,7 +50,7 @@ and prints the results-list lines exactly as the results window shows them.
                hidden (dot) files are always left out
   --replace    start the results file afresh (default)
   --append     leave the results file as it is
-  --run        start the compare script when the compare is done
+  --run        run the compare script when the compare is done and wait for it
   --help       show this text
   --version    show the version
 
@@ -60,7 +62,8 @@ done of directories found so far, and the time remaining once it can be told.
 
 Exit status: 0 when every entry matched, 1 when anything differs or is on one
 side only (or a sub-directory has no counterpart on either side, or cannot be
-read), 2 on an error.
+read), 2 on an error, also when the script run by --run failed (for instance a
+full disk cut the results file short).
 )";
 
 // Prints the results-list lines as they come, and the progress of a walk on
@@ -126,25 +129,38 @@ class DirectoryPanes : public pv::ComparePanes {
     // As a file list does, a pane lists its directory when it is pointed at it.
     pv::PaneLists lists() override {
         if (!m_leftListed)
-            m_leftFiles = pv::listFiles(m_left, m_pattern);
+            moveLeft(m_left);
         if (!m_rightListed)
-            m_rightFiles = pv::listFiles(m_right, m_pattern);
-        m_leftListed = m_rightListed = true;
+            moveRight(m_right);
         return {m_left, m_right, m_leftFiles, m_rightFiles};
     }
+    // Each directory is read once for both its files and its sub-directories,
+    // which the walk asks for next.
     std::string moveLeft(const std::string& dir) override {
-        m_leftFiles = pv::listFiles(dir, m_pattern);
+        pv::DirectoryListing listing = pv::readDirectory(dir); // throws when unreadable
+        m_leftFiles = pv::matchingNames(listing.files, m_pattern);
+        m_leftSubdirectories = std::move(listing.subdirectories);
         m_leftListed = true;
         return m_left = dir;
     }
     std::string moveRight(const std::string& dir) override {
-        m_rightFiles = pv::listFiles(dir, m_pattern); // throws when it cannot be read
+        pv::DirectoryListing listing = pv::readDirectory(dir); // throws when unreadable
+        m_rightFiles = pv::matchingNames(listing.files, m_pattern);
+        m_rightSubdirectories = std::move(listing.subdirectories);
         m_rightListed = true;
         return m_right = dir;
     }
     std::vector<std::string> subdirectories(const std::string& dir) override {
+        std::vector<std::string> names;
+        if (m_leftListed && dir == m_left)
+            names = m_leftSubdirectories;
+        else if (m_rightListed && dir == m_right)
+            names = m_rightSubdirectories;
+        else
+            names = pv::listSubdirectories(dir);
         std::vector<std::string> paths;
-        for (const std::string& name : pv::listSubdirectories(dir))
+        paths.reserve(names.size());
+        for (const std::string& name : names)
             paths.push_back(pv::joinPath(dir, name));
         return paths;
     }
@@ -152,8 +168,26 @@ class DirectoryPanes : public pv::ComparePanes {
   private:
     std::string m_left, m_right, m_pattern;
     std::vector<std::string> m_leftFiles, m_rightFiles;
+    std::vector<std::string> m_leftSubdirectories, m_rightSubdirectories;
     bool m_leftListed = false, m_rightListed = false;
 };
+
+// Runs the compare script and waits for it. What it prints outside its own
+// redirections goes to the log beside it, as for a started script; its error
+// output stays on ours, so a failure is seen where pvcompare was run.
+int runScriptAndWait(const std::string& command) {
+    std::vector<std::string> words = pv::splitCommandLine(command);
+    std::vector<std::string> argv = words.empty() ? words : pv::resolveProgram(words[0]);
+    if (argv.empty())
+        throw std::runtime_error("cannot run the compare script " + command);
+    argv.insert(argv.end(), words.begin() + 1, words.end());
+    int log = ::open((words[0] + ".log").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    std::fflush(stdout);
+    int status = pv::runAndWait(argv, log, -1);
+    if (log >= 0)
+        ::close(log);
+    return status;
+}
 
 } // namespace
 
@@ -202,9 +236,14 @@ int main(int argc, char** argv) {
         pv::ProgramPaths paths = pv::ProgramPaths::inDirectory(pv::resolveProgramDirectory());
         pv::Settings settings(ini.empty() ? paths.settingsPath : ini);
         PrintingObserver observer;
-        pv::DirectoryCompare compare(
-            observer, pv::CompareFiles::forWindow(paths.programDirectory, ""),
-            [run](const std::string& command) { return run ? pv::startDetached(command) : 0L; });
+        int scriptStatus = 0;
+        pv::DirectoryCompare compare(observer,
+                                     pv::CompareFiles::forWindow(paths.programDirectory, ""),
+                                     [run, &scriptStatus](const std::string& command) {
+                                         if (run)
+                                             scriptStatus = runScriptAndWait(command);
+                                         return 0L;
+                                     });
         DirectoryPanes panes(pv::normalizeDirectoryPath(dirs[0]),
                              pv::normalizeDirectoryPath(dirs[1]), pattern);
         pv::CompareCommand command(compare, observer, panes, [&] {
@@ -221,6 +260,11 @@ int main(int argc, char** argv) {
             panes.lists();
         pv::CompareTotals totals = command.run(sub);
         std::fflush(stdout);
+        if (scriptStatus != 0) {
+            std::fprintf(stderr, "pvcompare: the compare script failed (status %d)\n",
+                         scriptStatus);
+            return 2;
+        }
         return totals.allMatched() ? 0 : 1;
     } catch (const std::exception& e) {
         std::fflush(stdout);

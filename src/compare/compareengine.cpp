@@ -38,7 +38,20 @@ void pad(std::string& line, std::string_view text, size_t width) {
 } // namespace
 
 CompareEngine::CompareEngine(CompareOptions options, AttributeFunction attributes)
-    : m_options(std::move(options)), m_attributes(std::move(attributes)) {}
+    : m_options(std::move(options)),
+      m_attributes([one = std::move(attributes)](const std::string& dir,
+                                                 const std::vector<std::string>& names) {
+          std::vector<std::string> texts;
+          texts.reserve(names.size());
+          for (const std::string& name : names)
+              texts.push_back(one(joinPath(dir, name)));
+          return texts;
+      }),
+      m_fcSwitches(directoryFcSwitches(m_options)) {}
+
+CompareEngine::CompareEngine(CompareOptions options, ListAttributeFunction attributes)
+    : m_options(std::move(options)), m_attributes(std::move(attributes)),
+      m_fcSwitches(directoryFcSwitches(m_options)) {}
 
 int CompareEngine::seqWidth(long count1, long count2) {
     return static_cast<int>(std::to_string(std::max(count1, count2)).size()) + 1;
@@ -46,8 +59,8 @@ int CompareEngine::seqWidth(long count1, long count2) {
 
 std::string CompareEngine::fcLine(const std::string& leftPath, const std::string& rightPath,
                                   const std::string& resultsFile) const {
-    return "fc " + directoryFcSwitches(m_options) + "\"" + leftPath + "\" \"" +
-           rightPath + "\"  >> " + resultsFile;
+    return "fc " + m_fcSwitches + scriptArgument(leftPath) + " " +
+           scriptArgument(rightPath) + "  >> " + resultsFile;
 }
 
 void writeCompareHeader(CompareObserver& observer, const std::string& leftDir,
@@ -69,16 +82,13 @@ CompareCounts CompareEngine::run(const CompareInput& in, CompareObserver& observ
 
     // Each file is looked at once: the texts serve both the column width and the
     // equality test, so a file cannot change between the two.
-    std::vector<std::string> attrs1(left.size()), attrs2(right.size());
+    const std::vector<std::string> attrs1 = m_attributes(in.leftDir, left);
+    const std::vector<std::string> attrs2 = m_attributes(in.rightDir, right);
     size_t longest = 0;
-    for (size_t n = 0; n < left.size(); ++n) {
-        attrs1[n] = m_attributes(joinPath(in.leftDir, left[n]));
-        longest = std::max(longest, attrs1[n].size());
-    }
-    for (size_t n = 0; n < right.size(); ++n) {
-        attrs2[n] = m_attributes(joinPath(in.rightDir, right[n]));
-        longest = std::max(longest, attrs2[n].size());
-    }
+    for (const std::string& a : attrs1)
+        longest = std::max(longest, a.size());
+    for (const std::string& a : attrs2)
+        longest = std::max(longest, a.size());
     const size_t attrWidth = longest + 1;
     const size_t seqW = static_cast<size_t>(seqWidth(k.count1, k.count2));
 

@@ -50,9 +50,13 @@ struct CompareCounts {
 class CompareEngine {
   public:
     using AttributeFunction = std::function<std::string(const std::string& path)>;
+    // The attribute texts of the named files of a directory, in the order given.
+    using ListAttributeFunction = std::function<std::vector<std::string>(
+        const std::string& dir, const std::vector<std::string>& names)>;
     using CaptureFunction = std::function<void(const std::string& dir, const std::string& name)>;
 
     CompareEngine(CompareOptions options, AttributeFunction attributes);
+    CompareEngine(CompareOptions options, ListAttributeFunction attributes);
 
     // Writes the entry lines (not the header) and the statistics to `observer`,
     // drives its progress bar, and writes "" + fc line per name match to
@@ -69,7 +73,8 @@ class CompareEngine {
 
   private:
     CompareOptions m_options;
-    AttributeFunction m_attributes;
+    ListAttributeFunction m_attributes;
+    std::string m_fcSwitches; // the same for every fc line
 };
 
 // The results-list header of a directory pair (lines 1 to 4), with `now` as date.

@@ -54,14 +54,14 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
         m_script.writeLine();
     }
 
-    AttributeFunction attributes = m_attributes;
-    if (!attributes) {
-        bool dateTime = call.options.listDateTime, length = call.options.listLength;
-        attributes = [dateTime, length](const std::string& path) {
-            return fileAttributeText(path, dateTime, length);
-        };
-    }
-    CompareEngine engine(call.options, attributes);
+    CompareEngine engine =
+        m_attributes ? CompareEngine(call.options, m_attributes)
+                     : CompareEngine(
+                           call.options,
+                           [dateTime = call.options.listDateTime, length = call.options.listLength](
+                               const std::string& dir, const std::vector<std::string>& names) {
+                               return directoryAttributeTexts(dir, names, dateTime, length);
+                           });
     CompareInput input{panes.leftDir, panes.rightDir,  &panes.left,
                        &panes.right,  m_files.results, call.capture};
     CompareEngine::CaptureFunction capture;

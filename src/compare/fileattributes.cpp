@@ -1,12 +1,15 @@
 #include "compare/fileattributes.h"
 
 #include "compare/compareoptions.h"
+#include "compare/filelisting.h"
 #include "platform/textutil.h"
 #include "platform/filetimes.h"
 #include "settings/settings.h"
 
 #include <cstdio>
 #include <exception>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace pv {
 
@@ -24,11 +27,31 @@ std::string attributeText(const FileFacts& facts, bool listDateTime, bool listLe
     std::string s;
     if (listDateTime) {
         if (facts.haveTime) {
+            // yyyy\mm\dd h:m:s, built by hand: this runs once per file of a compare.
             const CalendarTime& t = facts.lastWrite;
-            char buf[64];
-            std::snprintf(buf, sizeof buf, "%d\\%02d\\%02d %d:%d:%d", t.year, t.month, t.day,
-                          t.hour, t.minute, t.second);
-            s = buf;
+            auto number = [&s](int v, int width) {
+                char digits[12];
+                int n = 0;
+                do {
+                    digits[n++] = static_cast<char>('0' + v % 10);
+                    v /= 10;
+                } while (v > 0);
+                for (; n < width; --width)
+                    s += '0';
+                while (n > 0)
+                    s += digits[--n];
+            };
+            number(t.year, 1);
+            s += '\\';
+            number(t.month, 2);
+            s += '\\';
+            number(t.day, 2);
+            s += ' ';
+            number(t.hour, 1);
+            s += ':';
+            number(t.minute, 1);
+            s += ':';
+            number(t.second, 1);
         } else {
             s = kTimeConversionFailed;
         }
@@ -44,6 +67,35 @@ std::string fileAttributeText(std::string_view path, bool listDateTime, bool lis
     } catch (const std::exception&) {
         return std::string(kUnavailable);
     }
+}
+
+std::vector<std::string> directoryAttributeTexts(const std::string& dir,
+                                                 const std::vector<std::string>& names,
+                                                 bool listDateTime, bool listLength) {
+    std::vector<std::string> texts;
+    texts.reserve(names.size());
+    int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    // The whole path loses its surrounding blanks; relative to the directory that
+    // is the name without its trailing ones, unless the directory itself starts
+    // with a blank or the name is a path: those go the long way.
+    const bool direct = fd >= 0 && !dir.empty() && dir.front() != ' ';
+    const ProcessIdentity who = ProcessIdentity::current();
+    std::string name;
+    for (const std::string& entry : names) {
+        if (!direct || entry.find('/') != std::string::npos) {
+            texts.push_back(fileAttributeText(joinPath(dir, entry), listDateTime, listLength));
+            continue;
+        }
+        name.assign(entry, 0, entry.find_last_not_of(' ') + 1);
+        try {
+            texts.push_back(attributeText(probeFileAt(fd, name, who), listDateTime, listLength));
+        } catch (const std::exception&) {
+            texts.emplace_back(kUnavailable);
+        }
+    }
+    if (fd >= 0)
+        ::close(fd);
+    return texts;
 }
 
 std::string GetFileAttributes(const Settings& settings, std::string_view path) {

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace pv {
 
@@ -24,6 +25,13 @@ std::string attributeText(const FileFacts& facts, bool listDateTime, bool listLe
 // Looks at the file (surrounding blanks of the path removed) and builds its text;
 // any unexpected failure gives "unavailable".
 std::string fileAttributeText(std::string_view path, bool listDateTime, bool listLength);
+
+// The texts of the named files of one directory, in the order given: each is the
+// text fileAttributeText gives for dir + "/" + name, from one stat per file
+// relative to the directory opened once.
+std::vector<std::string> directoryAttributeTexts(const std::string& dir,
+                                                 const std::vector<std::string>& names,
+                                                 bool listDateTime, bool listLength);
 
 // As above, reading both switches from the settings at every call.
 std::string GetFileAttributes(const Settings& settings, std::string_view path);

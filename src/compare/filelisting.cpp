@@ -14,39 +14,61 @@ namespace pv {
 
 namespace {
 
-char upperAscii(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c; }
+char upperAscii(char c) {
+    return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 'a' + 'A') : c;
+}
 
-enum class EntryKind { Files, Directories };
+// The file type of an entry, from the directory when it records one.
+enum class EntryType { File, Directory, Other };
 
-std::vector<std::string> listEntries(const std::string& dir, EntryKind kind,
-                                     std::string_view patternList) {
+EntryType entryType(int dirFd, const struct dirent& e, bool trustTypes) {
+    switch (trustTypes ? e.d_type : static_cast<unsigned char>(DT_UNKNOWN)) {
+    case DT_REG:
+        return EntryType::File;
+    case DT_DIR:
+        return EntryType::Directory;
+    case DT_LNK:
+    case DT_UNKNOWN: {
+        struct stat st;
+        if (::fstatat(dirFd, e.d_name, &st, 0) != 0)
+            return EntryType::Other;
+        return S_ISDIR(st.st_mode)   ? EntryType::Directory
+               : S_ISREG(st.st_mode) ? EntryType::File
+                                     : EntryType::Other;
+    }
+    default:
+        return EntryType::Other;
+    }
+}
+
+// The entries of `dir` with their types; `wantFiles` / `wantDirectories` say
+// which to keep (the other kind is passed over without a stat of its own).
+DirectoryListing readEntries(const std::string& dir, bool wantFiles, bool wantDirectories,
+                             bool trustTypes = true) {
     std::unique_ptr<DIR, int (*)(DIR*)> d(::opendir(dir.c_str()), ::closedir);
     if (!d)
         throw RuntimeError::fromErrno(errno, dir);
-    std::vector<std::string> names;
-    errno = 0;
+    DirectoryListing listing;
+    const int fd = ::dirfd(d.get());
     while (struct dirent* e = ::readdir(d.get())) {
         if (e->d_name[0] == '.')
             continue; // hidden, and "." / ".."
-        bool isDir = false;
-        bool isFile = false;
-        if (e->d_type == DT_DIR) {
-            isDir = true;
-        } else if (e->d_type == DT_REG) {
-            isFile = true;
-        } else if (e->d_type == DT_LNK || e->d_type == DT_UNKNOWN) {
-            struct stat st;
-            if (::fstatat(::dirfd(d.get()), e->d_name, &st, 0) == 0) {
-                isDir = S_ISDIR(st.st_mode);
-                isFile = S_ISREG(st.st_mode);
-            }
+        switch (entryType(fd, *e, trustTypes)) {
+        case EntryType::File:
+            if (wantFiles)
+                listing.files.emplace_back(e->d_name);
+            break;
+        case EntryType::Directory:
+            if (wantDirectories)
+                listing.subdirectories.emplace_back(e->d_name);
+            break;
+        case EntryType::Other:
+            break;
         }
-        if (kind == EntryKind::Directories ? isDir
-                                           : (isFile && matchesPatternList(e->d_name, patternList)))
-            names.emplace_back(e->d_name);
     }
-    sortListNames(names);
-    return names;
+    sortListNames(listing.files);
+    sortListNames(listing.subdirectories);
+    return listing;
 }
 
 } // namespace
@@ -107,12 +129,27 @@ void sortListNames(std::vector<std::string>& names) {
         names[i] = std::move(keyed[i].second);
 }
 
+DirectoryListing readDirectory(const std::string& dir, bool trustEntryTypes) {
+    return readEntries(dir, true, true, trustEntryTypes);
+}
+
+std::vector<std::string> matchingNames(const std::vector<std::string>& names,
+                                       std::string_view patternList) {
+    std::vector<std::string> out;
+    for (const std::string& name : names)
+        if (matchesPatternList(name, patternList))
+            out.push_back(name);
+    return out;
+}
+
 std::vector<std::string> listFiles(const std::string& dir, std::string_view patternList) {
-    return listEntries(dir, EntryKind::Files, patternList);
+    std::vector<std::string> files = readEntries(dir, true, false).files;
+    std::erase_if(files, [&](const std::string& n) { return !matchesPatternList(n, patternList); });
+    return files;
 }
 
 std::vector<std::string> listSubdirectories(const std::string& dir) {
-    return listEntries(dir, EntryKind::Directories, {});
+    return readEntries(dir, false, true).subdirectories;
 }
 
 } // namespace pv

@@ -24,6 +24,23 @@ bool matchesPatternList(std::string_view name, std::string_view patternList);
 // Sorts names as the lists show them: by upper-cased name (ordinal), then by name.
 void sortListNames(std::vector<std::string>& names);
 
+// What one read of a directory finds: its ordinary files and its sub-directories,
+// hidden (dot) entries left out, each in list order.
+struct DirectoryListing {
+    std::vector<std::string> files;
+    std::vector<std::string> subdirectories;
+};
+
+// Reads `dir` once: names and types come from the directory itself; only entries
+// whose type it does not record (and symbolic links) are looked at with a stat.
+// `trustEntryTypes` false treats every entry so, as some file systems require.
+// Throws RuntimeError when the directory cannot be read.
+DirectoryListing readDirectory(const std::string& dir, bool trustEntryTypes = true);
+
+// The names that match the pattern list, in their order.
+std::vector<std::string> matchingNames(const std::vector<std::string>& names,
+                                       std::string_view patternList);
+
 // The files of `dir` that match the pattern list, hidden (dot) files left out,
 // in list order. Throws RuntimeError when the directory cannot be read.
 std::vector<std::string> listFiles(const std::string& dir, std::string_view patternList);

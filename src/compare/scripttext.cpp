@@ -10,4 +10,11 @@ std::string scriptRefusal(std::string_view path) {
     return {};
 }
 
+std::string scriptArgument(std::string_view path) {
+    size_t trailing = 0;
+    while (trailing < path.size() && path[path.size() - 1 - trailing] == '\\')
+        ++trailing;
+    return "\"" + std::string(path) + std::string(trailing, '\\') + "\"";
+}
+
 } // namespace pv

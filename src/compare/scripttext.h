@@ -13,4 +13,8 @@ namespace pv {
 // Why a path cannot go into a script line, or empty when it can.
 std::string scriptRefusal(std::string_view path);
 
+// The path in double quotes, written so that the command-line splitter gives it
+// back unchanged.
+std::string scriptArgument(std::string_view path);
+
 } // namespace pv

@@ -14,16 +14,16 @@ std::string singleResultFile(const std::string& programDir, const std::string& t
 
 namespace {
 
-// Always quoted. Backslashes only need doubling where they would run into the
-// closing quote (a POSIX name may end in one); otherwise they stay as they are.
+// Always quoted. The shipped command file takes the quotes off its arguments and
+// puts them back around the name in its fc line, where a trailing backslash would
+// escape the closing quote: such a name is refused like one with a double quote.
 std::string quoted(const std::string& path) {
     std::string refusal = scriptRefusal(path);
+    if (refusal.empty() && !path.empty() && path.back() == '\\')
+        refusal = "the name ends in a backslash";
     if (!refusal.empty())
         throw RuntimeError(EINVAL, "cannot compare \"" + path + "\": " + refusal);
-    size_t trailing = 0;
-    while (trailing < path.size() && path[path.size() - 1 - trailing] == '\\')
-        ++trailing;
-    return "\"" + path + std::string(trailing, '\\') + "\"";
+    return scriptArgument(path);
 }
 
 } // namespace

@@ -14,8 +14,8 @@ inline constexpr std::string_view kSingleCompareScript = "CompareSelectedFile.cm
 std::string singleResultFile(const std::string& programDir, const std::string& tag);
 
 // programDir/CompareSelectedFile.cmd "dir1/file1" "dir2/file2" "result" switches.
-// Throws RuntimeError (EINVAL) for a path holding a double quote or a line break:
-// the command file would receive it inside its own lines.
+// Throws RuntimeError (EINVAL) for a path holding a double quote or a line break,
+// or ending in a backslash: the command file would receive it inside its own lines.
 std::string compareSinglesCommand(const std::string& programDir, const std::string& fileName1,
                                   const std::string& dirPath1, const std::string& fileName2,
                                   const std::string& dirPath2, const std::string& resultFile,

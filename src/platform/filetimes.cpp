@@ -1,28 +1,45 @@
 #include "platform/filetimes.h"
 
-#include <cerrno>
-#include <ctime>
+#include <algorithm>
 #include <fcntl.h>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace pv {
 
 bool toCalendarUtc(std::int64_t secondsSinceEpoch, CalendarTime& out) {
-    std::time_t t = static_cast<std::time_t>(secondsSinceEpoch);
-    if (static_cast<std::int64_t>(t) != secondsSinceEpoch)
+    // Days and seconds of the day, rounded towards the past; then the civil date
+    // of the day count in the proleptic Gregorian calendar (eras of 400 years).
+    constexpr std::int64_t kDay = 86400;
+    constexpr std::int64_t kLimit = 400LL * 1000 * 1000 * 1000 * kDay; // far beyond any year kept
+    if (secondsSinceEpoch > kLimit || secondsSinceEpoch < -kLimit)
         return false;
-    std::tm tm{};
-    if (!::gmtime_r(&t, &tm))
-        return false;
-    out.year = tm.tm_year + 1900;
-    out.month = tm.tm_mon + 1;
-    out.day = tm.tm_mday;
-    out.hour = tm.tm_hour;
-    out.minute = tm.tm_min;
-    out.second = tm.tm_sec;
+    std::int64_t days = secondsSinceEpoch / kDay;
+    std::int64_t rest = secondsSinceEpoch % kDay;
+    if (rest < 0) {
+        rest += kDay;
+        --days;
+    }
+    const std::int64_t z = days + 719468;
+    const std::int64_t era = (z >= 0 ? z : z - 146096) / 146097;
+    const std::int64_t doe = z - era * 146097;                                      // [0, 146096]
+    const std::int64_t yoe = (doe - doe / 1460 + doe / 36524 - doe / 146096) / 365; // [0, 399]
+    const std::int64_t doy = doe - (365 * yoe + yoe / 4 - yoe / 100);               // [0, 365]
+    const std::int64_t mp = (5 * doy + 2) / 153;                                    // [0, 11]
+    const std::int64_t month = mp < 10 ? mp + 3 : mp - 9;
+    const std::int64_t year = yoe + era * 400 + (month <= 2 ? 1 : 0);
     // The calendar form has four-digit years; anything outside does not convert.
-    return out.year >= 1601 && out.year <= 30827;
+    if (year < 1601 || year > 30827)
+        return false;
+    out.year = static_cast<int>(year);
+    out.month = static_cast<int>(month);
+    out.day = static_cast<int>(doy - (153 * mp + 2) / 5 + 1);
+    out.hour = static_cast<int>(rest / 3600);
+    out.minute = static_cast<int>(rest / 60 % 60);
+    out.second = static_cast<int>(rest % 60);
+    return true;
 }
 
 namespace {
@@ -34,39 +51,65 @@ bool isHiddenName(const std::string& path) {
     return !name.empty() && name.front() == '.';
 }
 
+bool bitsGrantRead(const struct stat& st, const ProcessIdentity& who) {
+    constexpr mode_t kEveryone = S_IRUSR | S_IRGRP | S_IROTH;
+    if ((st.st_mode & kEveryone) == kEveryone)
+        return true; // whoever the process is
+    if (st.st_uid == who.uid())
+        return (st.st_mode & S_IRUSR) != 0;
+    if (who.inGroup(st.st_gid))
+        return (st.st_mode & S_IRGRP) != 0;
+    return (st.st_mode & S_IROTH) != 0;
+}
+
 } // namespace
 
+void ProcessIdentity::load() const {
+    if (m_loaded)
+        return;
+    m_loaded = true;
+    m_uid = ::geteuid();
+    m_groups.assign(1, ::getegid());
+    int n = ::getgroups(0, nullptr);
+    if (n > 0) {
+        std::vector<gid_t> more(static_cast<size_t>(n));
+        n = ::getgroups(n, more.data());
+        for (int k = 0; k < n; ++k)
+            m_groups.push_back(more[static_cast<size_t>(k)]);
+    }
+}
+
+unsigned ProcessIdentity::uid() const {
+    load();
+    return m_uid;
+}
+
+bool ProcessIdentity::inGroup(unsigned gid) const {
+    load();
+    return std::find(m_groups.begin(), m_groups.end(), gid) != m_groups.end();
+}
+
 FileFacts probeFile(const std::string& path) {
+    return probeFileAt(AT_FDCWD, path, ProcessIdentity::current());
+}
+
+FileFacts probeFileAt(int dirFd, const std::string& name, const ProcessIdentity& who) {
     FileFacts facts;
-    if (path.empty() || isHiddenName(path))
+    if (name.empty() || isHiddenName(name))
         return facts; // NotFound
-    // Opened first and examined through the handle: one look at the file instead
-    // of two. O_NONBLOCK: opening a FIFO for reading would otherwise wait for a
-    // writer.
-    int fd;
-    do {
-        fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    } while (fd < 0 && errno == EINTR);
-    if (fd < 0) {
-        // Only an ordinary file that exists but refuses to open counts as such.
-        struct stat st {};
-        if (errno != ENOENT && errno != ENOTDIR && ::stat(path.c_str(), &st) == 0 &&
-            S_ISREG(st.st_mode))
-            facts.status = FileFacts::Status::CannotOpen;
+    struct stat st {};
+    if (::fstatat(dirFd, name.c_str(), &st, 0) != 0 || !S_ISREG(st.st_mode))
+        return facts; // NotFound: missing, vanished, a directory, a device
+    // The bits decide for nearly every file; when they say no, the kernel's own
+    // check has the last word (it knows about privileges and access lists).
+    if (!bitsGrantRead(st, who) && ::faccessat(dirFd, name.c_str(), R_OK, AT_EACCESS) != 0) {
+        facts.status = FileFacts::Status::CannotOpen;
         return facts;
     }
-    struct stat open {};
-    if (::fstat(fd, &open) != 0) {
-        facts.status = FileFacts::Status::NoTimes;
-    } else if (!S_ISREG(open.st_mode)) {
-        facts.status = FileFacts::Status::NotFound;
-    } else {
-        facts.status = FileFacts::Status::Ok;
-        facts.length = static_cast<std::uint64_t>(open.st_size);
-        facts.haveTime = toCalendarUtc(open.st_mtim.tv_sec, facts.lastWrite) ||
-                         toCalendarUtc(open.st_ctim.tv_sec, facts.lastWrite);
-    }
-    ::close(fd);
+    facts.status = FileFacts::Status::Ok;
+    facts.length = static_cast<std::uint64_t>(st.st_size);
+    facts.haveTime = toCalendarUtc(st.st_mtim.tv_sec, facts.lastWrite) ||
+                     toCalendarUtc(st.st_ctim.tv_sec, facts.lastWrite);
     return facts;
 }
 

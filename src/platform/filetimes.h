@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace pv {
 
@@ -31,11 +32,29 @@ struct FileFacts {
 };
 
 // Looks at one file. A name that starts with "." counts as hidden and so as not
-// found, as do directories, devices and other non-regular files. The file is
-// opened (and closed again) so that an unreadable file is told apart. The time is
-// the last-write time; when it cannot be converted, the status-change time.
-// Throws RuntimeError only for failures outside these cases.
+// found, as do directories, devices and other non-regular files. The time is the
+// last-write time; when it cannot be converted, the status-change time.
 FileFacts probeFile(const std::string& path);
+
+// Who the process is, for reading permission bits: asked of the system once for
+// many files, and only when a file's bits do not let everyone read it.
+class ProcessIdentity {
+  public:
+    static ProcessIdentity current() { return {}; }
+    unsigned uid() const;
+    bool inGroup(unsigned gid) const;
+
+  private:
+    void load() const;
+    mutable bool m_loaded = false;
+    mutable unsigned m_uid = 0;
+    mutable std::vector<unsigned> m_groups; // the effective group first, then the others
+};
+
+// The same for `name` (a name or a relative path) in the directory open as
+// `dirFd`, with one stat. A file counts as unreadable when its permission bits
+// deny `who` reading it and the kernel's access check agrees; it is not opened.
+FileFacts probeFileAt(int dirFd, const std::string& name, const ProcessIdentity& who);
 
 // Converts seconds since the epoch to calendar form in UTC; false when it cannot.
 bool toCalendarUtc(std::int64_t secondsSinceEpoch, CalendarTime& out);

@@ -1,5 +1,7 @@
 #include "platform/programdir.h"
 
+#include "platform/textfile.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -31,17 +33,28 @@ std::string absoluteDirectory(const std::string& path) {
 
 void copyShippedFilesInto(const std::string& dir) {
     std::string from = sharedFilesDirectory();
-    if (from == dir)
-        return;
-    for (const char* name : kShippedFiles) {
-        std::error_code ec;
-        fs::path target = fs::path(dir) / name;
-        if (!fs::exists(target, ec) && fs::exists(fs::path(from) / name, ec))
-            fs::copy_file(fs::path(from) / name, target, ec);
-    }
+    if (from != dir)
+        installShippedFiles(from, dir);
 }
 
 } // namespace
+
+void installShippedFiles(const std::string& from, const std::string& dir) {
+    for (const char* name : kShippedFiles) {
+        std::string shipped, copy;
+        if (!tryReadFileBytes((fs::path(from) / name).string(), shipped))
+            continue;
+        std::string target = (fs::path(dir) / name).string();
+        if (tryReadFileBytes(target, copy) && copy == shipped)
+            continue;
+        // Through a temporary file and a rename: a full disk leaves the old copy (or
+        // none), never a short one, and the next start tries again.
+        try {
+            writeFileAtomic(target, shipped);
+        } catch (const std::exception&) {
+        }
+    }
+}
 
 std::string executableDirectory() {
     std::error_code ec;

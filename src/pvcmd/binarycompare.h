@@ -2,11 +2,15 @@
 // fc's byte-by-byte compare: one line per differing byte over the common length,
 // then which file is longer. Streams both files in blocks.
 
+#include <cstddef>
 #include <cstdio>
 #include <ostream>
 #include <string>
 
 namespace pvcmd {
+
+// The index of the first byte in [from, n) where a and b differ, or n.
+size_t firstDifference(const char* a, const char* b, size_t from, size_t n);
 
 class BinaryCompare {
   public:

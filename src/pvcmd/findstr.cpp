@@ -308,6 +308,7 @@ class FindstrRun {
         FindstrScanState state;
         bool ok = readInLines(path, m_buffer, [&](std::string_view chunk, bool last) {
             m_search.scanChunk(shownName, chunk, last, state, m_out);
+            reportTooComplex(shownName, state);
             if (m_out.size() > (1u << 16))
                 flush();
             return !state.done;
@@ -322,9 +323,26 @@ class FindstrRun {
     void searchBytes(const std::string& name, std::string_view bytes) {
         if (m_options.skipNonPrintable && hasNonPrintable(bytes))
             return;
-        if (m_search.searchBuffer(name, bytes, m_out))
+        FindstrScanState state;
+        m_search.scanChunk(name, bytes, true, state, m_out);
+        reportTooComplex(name, state);
+        if (m_search.finish(name, state, m_out))
             m_anyMatch = true;
         flush();
+    }
+
+    // Lines the regular-expression engine gave up on: named on the error output,
+    // after what was found before them, and the search goes on.
+    void reportTooComplex(const std::string& name, FindstrScanState& state) {
+        if (state.tooComplexLines.empty())
+            return;
+        flush();
+        m_anyError = true;
+        for (size_t line : state.tooComplexLines)
+            writeLine(m_io.err, "FINDSTR: Line " + std::to_string(line) +
+                                    (name.empty() ? std::string() : " of " + name) +
+                                    " is too complex to search; it was skipped.");
+        state.tooComplexLines.clear();
     }
 
     void cannotOpen(const std::string& name) {

@@ -51,11 +51,12 @@ size_t translateClass(std::string_view text, size_t pos, std::string& out) {
     }
     if (i >= text.size())
         return std::string_view::npos;
-    out += '[';
+    // A line ends at LF, and the CR before it belongs to the line end, so no class
+    // may match either: a range such as [\x01-~] would otherwise match across lines.
     if (negated)
-        out += "^\\r\\n";
-    out += body;
-    out += ']';
+        out += "[^\\r\\n" + body + "]";
+    else
+        out += "(?:(?![\\r\\n])[" + body + "])";
     return i + 1;
 }
 
@@ -204,6 +205,10 @@ size_t FindstrMatcher::find(std::string_view buffer, size_t from) const {
                                                m_compiled->data, nullptr)
                              : pcre2_match(m_compiled->code, subject, buffer.size(), from, 0,
                                            m_compiled->data, nullptr);
+    if (rc == PCRE2_ERROR_MATCHLIMIT || rc == PCRE2_ERROR_DEPTHLIMIT ||
+        rc == PCRE2_ERROR_HEAPLIMIT || rc == PCRE2_ERROR_JIT_STACKLIMIT ||
+        rc == PCRE2_ERROR_NOMEMORY)
+        throw TooComplex{};
     if (rc < 0)
         return std::string_view::npos;
     return static_cast<size_t>(pcre2_get_ovector_pointer(m_compiled->data)[0]);

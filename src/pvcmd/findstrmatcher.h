@@ -8,7 +8,7 @@
 //   .        any character but CR and LF
 //   *        zero or more of the previous character or class
 //   ^  $     line start / end, special only at the start / end of the string
-//   [..]     classes and ranges by code point; [^..] never matches CR or LF
+//   [..]     classes and ranges by code point; no class matches CR or LF
 //   \x       x taken literally; \< and \> word start and end
 // "$" and /e need a line end after the text, so they never match a last line
 // that has no newline.
@@ -38,8 +38,12 @@ class FindstrMatcher {
     FindstrMatcher(const FindstrMatcher&) = delete;
     FindstrMatcher& operator=(const FindstrMatcher&) = delete;
 
+    // PCRE2 gave up on a search at one of its limits (a line too long for a
+    // pattern that backtracks a lot): neither a match nor its absence is known.
+    struct TooComplex {};
+
     // The offset of the first match at or after `from` in `buffer`, or npos.
-    // `from` must be a line start (0 or just after a LF).
+    // `from` must be a line start (0 or just after a LF). Throws TooComplex.
     size_t find(std::string_view buffer, size_t from) const;
 
     // The PCRE2 pattern in use ("" when the plain substring search is used).

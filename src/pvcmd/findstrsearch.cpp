@@ -34,13 +34,6 @@ bool hasNonPrintable(std::string_view bytes) {
     return false;
 }
 
-bool FindstrSearch::searchBuffer(std::string_view name, std::string_view buffer,
-                                 std::string& out) const {
-    FindstrScanState state;
-    scanChunk(name, buffer, true, state, out);
-    return finish(name, state, out);
-}
-
 bool FindstrSearch::finish(std::string_view name, const FindstrScanState& state,
                            std::string& out) const {
     if (state.reported && m_options.namesOnly) {
@@ -83,9 +76,36 @@ void FindstrSearch::scanChunk(std::string_view name, std::string_view buffer, bo
     // A position at the very end is inside a line only when the last line has no
     // newline; an empty match there must not invent a line.
     const bool openLastLine = last && !buffer.empty() && buffer.back() != '\n';
+    // After PCRE2 gave up somewhere ahead, lines are searched one at a time up to
+    // the one it gives up on, which is noted and passed over.
+    bool lineByLine = false;
     size_t pos = 0;
     while (pos < buffer.size() && !state.done) {
-        size_t match = m_matcher.find(buffer, pos);
+        if (lineByLine) {
+            size_t end = lineEndAfter(buffer, pos);
+            std::string_view line = buffer.substr(0, end);
+            try {
+                size_t match = m_matcher.find(line, pos);
+                bool hit = match != std::string_view::npos &&
+                           (match < end || (end == buffer.size() && openLastLine));
+                if (hit != m_options.invert)
+                    report(pos, end);
+            } catch (const FindstrMatcher::TooComplex&) {
+                state.tooComplexLines.push_back(
+                    state.lineNumber +
+                    static_cast<size_t>(std::count(buffer.data(), buffer.data() + pos, '\n')));
+                lineByLine = false;
+            }
+            pos = end;
+            continue;
+        }
+        size_t match = std::string_view::npos;
+        try {
+            match = m_matcher.find(buffer, pos);
+        } catch (const FindstrMatcher::TooComplex&) {
+            lineByLine = true;
+            continue;
+        }
         bool valid = match != std::string_view::npos &&
                      (match < buffer.size() || (match == buffer.size() && openLastLine));
         size_t matchLine = valid ? lineStartBefore(buffer, pos, match) : buffer.size();
@@ -106,10 +126,10 @@ void FindstrSearch::scanChunk(std::string_view name, std::string_view buffer, bo
             pos = end;
         }
     }
-    if (m_options.lineNumbers)
-        state.lineNumber =
-            lineNumber + static_cast<size_t>(std::count(buffer.data() + counted,
-                                                        buffer.data() + buffer.size(), '\n'));
+    // Kept also without /n: a line the search gives up on is named by its number.
+    state.lineNumber =
+        lineNumber + static_cast<size_t>(
+                         std::count(buffer.data() + counted, buffer.data() + buffer.size(), '\n'));
     state.offset += buffer.size();
 }
 

@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace pvcmd {
 
@@ -23,6 +24,9 @@ struct FindstrScanState {
     size_t lineNumber = 1; // of the chunk's first line
     bool reported = false;
     bool done = false; // /m found its line: the rest of the file does not matter
+    // Numbers of the lines the search gave up on since the caller last took them;
+    // they are neither reported nor, with /v, listed as not matching.
+    std::vector<size_t> tooComplexLines;
 };
 
 class FindstrSearch {
@@ -30,12 +34,9 @@ class FindstrSearch {
     FindstrSearch(const FindstrMatcher& matcher, const FindstrReportOptions& options)
         : m_matcher(matcher), m_options(options) {}
 
-    // Searches one file's bytes, appending the report to `out`; true when a line was
-    // reported (or, with /m, the name).
-    bool searchBuffer(std::string_view name, std::string_view buffer, std::string& out) const;
-
-    // The same in pieces, so that a large file need not be in memory at once: each
-    // chunk but the last ends just after a LF. `finish` writes the /m name.
+    // Searches a file's bytes in pieces, appending the report to `out`, so that a
+    // large file need not be in memory at once: each chunk but the last ends just
+    // after a LF. `finish` writes the /m name and says whether anything was reported.
     void scanChunk(std::string_view name, std::string_view chunk, bool last,
                    FindstrScanState& state, std::string& out) const;
     bool finish(std::string_view name, const FindstrScanState& state, std::string& out) const;

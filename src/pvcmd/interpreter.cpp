@@ -40,11 +40,16 @@ bool isDriveText(const std::string& text) {
            text[1] == ':';
 }
 
+// The current directory however long its path is ("" when it cannot be told,
+// for instance after it was removed).
 std::string currentDirectory() {
-    char buf[4096];
-    if (::getcwd(buf, sizeof buf))
-        return buf;
-    return {};
+    std::string buf(4096, '\0');
+    while (::getcwd(buf.data(), buf.size()) == nullptr) {
+        if (errno != ERANGE || buf.size() > (1u << 20))
+            return {};
+        buf.resize(buf.size() * 2);
+    }
+    return buf.c_str();
 }
 
 // The message the command interpreter gives for a file it cannot open.
@@ -122,12 +127,15 @@ class RedirectedFiles {
     bool open(const std::vector<Redirection>& redirections, int& error, std::string& failed) {
         for (const Redirection& r : redirections) {
             int fd = -1;
+            const int slot = r.handle == 2 ? 1 : 0;
             if (r.target == "&1" || r.target == "&2") {
                 int from = r.target[1] - '0';
                 fd = from == 1 ? m_fds[0] : m_fds[1];
+                m_targets[slot] = m_targets[from - 1];
                 if (fd < 0)
                     fd = from; // the interpreter's own handle
             } else {
+                m_targets[slot] = r.target;
                 int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (r.append ? O_APPEND : O_TRUNC);
                 // "nul" is the system's null device in any directory and any case.
                 std::string target = pv::toLower(r.target) == "nul" ? "/dev/null" : r.target;
@@ -139,7 +147,7 @@ class RedirectedFiles {
                 }
                 m_opened.push_back(fd);
             }
-            m_fds[r.handle == 2 ? 1 : 0] = fd;
+            m_fds[slot] = fd;
         }
         return true;
     }
@@ -147,9 +155,13 @@ class RedirectedFiles {
     // -1 when the handle is not redirected.
     int outFd() const { return m_fds[0]; }
     int errFd() const { return m_fds[1]; }
+    // The file a handle was redirected to, as the line names it.
+    const std::string& outTarget() const { return m_targets[0]; }
+    const std::string& errTarget() const { return m_targets[1]; }
 
   private:
     int m_fds[2] = {-1, -1};
+    std::string m_targets[2];
     std::vector<int> m_opened;
 };
 
@@ -195,7 +207,11 @@ int Interpreter::runScript(const std::string& path, const std::vector<std::strin
     }
     m_io.out.flush();
     m_io.err.flush();
-    return m_status;
+    return scriptStatus();
+}
+
+int Interpreter::scriptStatus() const {
+    return m_outputLost && m_status == 0 ? 1 : m_status;
 }
 
 int Interpreter::runText(const std::string& text, const std::vector<std::string>& args) {
@@ -215,7 +231,7 @@ int Interpreter::runText(const std::string& text, const std::vector<std::string>
         }
         start = end + 1;
     }
-    return m_status;
+    return scriptStatus();
 }
 
 int Interpreter::runLine(const std::string& rawLine) {
@@ -265,6 +281,7 @@ int Interpreter::execute(const ScriptLine& line) {
     int error = 0;
     std::string failed;
     if (!files.open(line.redirections(), error, failed)) {
+        m_outputLost = true;
         m_io.err << openFailureText(error) << "\r\n";
         m_io.err.flush();
         return 1;
@@ -333,10 +350,14 @@ int Interpreter::execute(const ScriptLine& line) {
     }
     out.flush();
     err.flush();
+    // Output lost on its way into a file fails the line and, in the end, the
+    // script: a report cut short must not look complete.
     int writeError = outBuf.error() ? outBuf.error() : errBuf.error();
     if (writeError != 0) {
-        m_io.err << openFailureText(writeError) << "\r\n";
+        const std::string& target = outBuf.error() ? files.outTarget() : files.errTarget();
+        m_io.err << "Cannot write to " << target << ": " << openFailureText(writeError) << "\r\n";
         m_io.err.flush();
+        m_outputLost = true;
         if (status == 0)
             status = 1;
     }
@@ -384,13 +405,23 @@ int Interpreter::runCd(std::string rest, ToolIo& io) {
     return changeDirectory(path, io) ? 0 : 1;
 }
 
+Interpreter::~Interpreter() {
+    for (int fd : m_directoryStack)
+        ::close(fd);
+}
+
 int Interpreter::runPushd(std::string rest, ToolIo& io) {
     std::string path = trim(withoutQuotes(trim(rest)));
     if (path.empty())
         return 0;
-    std::string here = currentDirectory();
-    if (!changeDirectory(path, io))
+    // The directory is kept open rather than by name: its path may be longer than
+    // the system takes, or be renamed meanwhile.
+    int here = ::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
+    if (!changeDirectory(path, io)) {
+        if (here >= 0)
+            ::close(here);
         return 1;
+    }
     m_directoryStack.push_back(here);
     return 0;
 }
@@ -398,10 +429,19 @@ int Interpreter::runPushd(std::string rest, ToolIo& io) {
 int Interpreter::runPopd() {
     if (m_directoryStack.empty())
         return 0;
-    std::string back = m_directoryStack.back();
+    int back = m_directoryStack.back();
     m_directoryStack.pop_back();
-    if (::chdir(back.c_str()) != 0) {
-        m_io.err << kPathNotFound << "\r\n";
+    struct stat st {};
+    bool ok = back >= 0 && ::fchdir(back) == 0 && ::fstat(back, &st) == 0 && st.st_nlink > 0;
+    if (back >= 0)
+        ::close(back);
+    if (!ok) {
+        // The lines after a popd expect its directory: rather than let them write
+        // somewhere else, the script stops here.
+        m_io.err << kPathNotFound << "\r\n"
+                 << "popd cannot return to the directory of its pushd; the script stops.\r\n";
+        m_io.err.flush();
+        m_exit = true;
         return 1;
     }
     return 0;

@@ -2,7 +2,8 @@
 // Runs command scripts as the system's command interpreter runs the scripts
 // Pairview writes: echo, rem, redirection, cd, pushd/popd, drive lines, the
 // built-in tools, and any other line as a program that is waited for.
-// A failing line prints its message on the error output and the script goes on.
+// A failing line prints its message on the error output and the script goes on,
+// except a popd that cannot return: the lines after it would run elsewhere.
 
 #include "pvcmd/scriptline.h"
 #include "pvcmd/tool.h"
@@ -21,10 +22,14 @@ class Interpreter {
     static constexpr size_t kMaxLine = 8191;
 
     explicit Interpreter(ToolIo& io);
+    ~Interpreter();
+    Interpreter(const Interpreter&) = delete;
+    Interpreter& operator=(const Interpreter&) = delete;
 
     // Runs a script file. args[0] is the script as named, args[1..] its
     // arguments; "%" expansion happens only when there are arguments.
-    // Returns the last command's exit status.
+    // Returns the last command's exit status, or 1 when that is 0 but output of
+    // some line was lost on its way into a file (a full disk).
     int runScript(const std::string& path, const std::vector<std::string>& args);
 
     // Runs script text (LF or CR LF line ends) with the same rules.
@@ -49,6 +54,7 @@ class Interpreter {
     int runStart(const std::string& rest, ToolIo& io);
     int runProgram(const std::string& text, ToolIo& io, int outFd, int errFd);
     bool changeDirectory(const std::string& path, ToolIo& io);
+    int scriptStatus() const;
 
     ToolIo& m_io;
     bool m_echo = true;
@@ -56,7 +62,9 @@ class Interpreter {
     bool m_expand = false;
     int m_status = 0;
     std::vector<std::string> m_args;
-    std::vector<std::string> m_directoryStack;
+    bool m_outputLost = false;
+    // Directories left by pushd, held open (-1 when the current one could not be).
+    std::vector<int> m_directoryStack;
 };
 
 } // namespace pvcmd

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <functional>
+#include <string_view>
 
 namespace pvcmd {
 
@@ -17,6 +19,7 @@ void TextCompare::Window::fill() {
             break;
         }
         m_owner.normalise(line);
+        line.hashed = false;
         ++m_count;
     }
 }
@@ -80,36 +83,19 @@ bool TextCompare::equal(Line& a, Line& b) const {
     return ka.size() == kb.size() && std::memcmp(ka.data(), kb.data(), ka.size()) == 0;
 }
 
-// Candidates in the order (1,1), (2,1), (1,2), (2,2), (3,1), (1,3), (3,2), (2,3),
-// (3,3), ...: the first pair where min(R, lines left in each window) lines agree.
-bool TextCompare::findResync(Window& w1, Window& w2, size_t& x, size_t& y) const {
-    const size_t len1 = w1.count();
-    const size_t len2 = w2.count();
-    const size_t limit = std::max(len1, len2);
-    auto accepts = [&](size_t cx, size_t cy) {
-        if (cx >= len1 || cy >= len2)
-            return false;
-        size_t k = std::min({static_cast<size_t>(m_options.resyncLines), len1 - cx, len2 - cy});
-        for (size_t j = 0; j < k; ++j)
-            if (!equal(w1.at(cx + j), w2.at(cy + j)))
-                return false;
-        return true;
-    };
-    for (size_t c = 1; c < limit; ++c) {
-        for (size_t p = 1; p <= c; ++p) {
-            if (accepts(c, p)) {
-                x = c;
-                y = p;
-                return true;
-            }
-            if (p != c && accepts(p, c)) {
-                x = p;
-                y = c;
-                return true;
-            }
-        }
+std::uint64_t TextCompare::hashOf(Line& line) {
+    if (!line.hashed) {
+        line.hash = std::hash<std::string_view>{}(line.compareText());
+        line.hashed = true;
     }
-    return false;
+    return line.hash;
+}
+
+bool TextCompare::findResync(Window& w1, Window& w2, size_t& x, size_t& y) {
+    return findResyncPoint(
+        w1.count(), w2.count(), static_cast<size_t>(m_options.resyncLines),
+        [&](size_t i) { return hashOf(w1.at(i)); }, [&](size_t j) { return hashOf(w2.at(j)); },
+        [&](size_t i, size_t j) { return equal(w1.at(i), w2.at(j)); }, m_scratch, x, y);
 }
 
 void TextCompare::printLine(Window& w, size_t i) {

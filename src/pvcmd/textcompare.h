@@ -6,6 +6,9 @@
 
 #include "pvcmd/fcoptions.h"
 #include "pvcmd/linereader.h"
+#include "pvcmd/resyncsearch.h"
+
+#include <cstdint>
 
 #include <ostream>
 #include <string>
@@ -27,6 +30,8 @@ class TextCompare {
         std::string text; // as read, for the report
         std::string key;  // normalised for comparing, when it differs from text
         bool hasKey = false;
+        bool hashed = false; // hash is computed when a resync search first needs it
+        std::uint64_t hash = 0;
         const std::string& compareText() const { return hasKey ? key : text; }
     };
 
@@ -52,7 +57,8 @@ class TextCompare {
 
     void normalise(Line& line) const;
     bool equal(Line& a, Line& b) const;
-    bool findResync(Window& w1, Window& w2, size_t& x, size_t& y) const;
+    static std::uint64_t hashOf(Line& line);
+    bool findResync(Window& w1, Window& w2, size_t& x, size_t& y);
     void printSide(Window& w, size_t lines, const std::string& name);
     void printBlock(Window& w1, size_t lines1, const std::string& name1, Window& w2, size_t lines2,
                     const std::string& name2);
@@ -60,6 +66,7 @@ class TextCompare {
 
     FcOptions m_options;
     std::ostream& m_out;
+    ResyncScratch m_scratch;
 };
 
 } // namespace pvcmd

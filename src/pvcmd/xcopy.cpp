@@ -377,12 +377,16 @@ class XcopyRun {
         if (slash == std::string::npos || slash == 0)
             return true;
         std::string dir = fileInside.substr(0, slash);
+        // The files of one directory come one after another: made once is enough.
+        if (dir == m_lastMadeDirectory)
+            return true;
         std::error_code ec;
         std::filesystem::create_directories(dir, ec);
         if (ec || !pv::isDirectory(dir)) {
             writeLine(m_io.err, "Unable to create directory - " + dir);
             return false;
         }
+        m_lastMadeDirectory = dir;
         return true;
     }
 
@@ -453,7 +457,7 @@ class XcopyRun {
             return Outcome::Copied;
         if (m_destIsDirectory && !makeDirectory(dest))
             return Outcome::Failed;
-        pv::FileCopyResult result = pv::copyFileAtomic(item.source, dest, m_o.keepAttributes, m_o.verify);
+        pv::FileCopyResult result = m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
             if (result.error == ENOSPC || result.error == EDQUOT)
                 writeLine(m_io.err, "Insufficient disk space");
@@ -489,6 +493,8 @@ class XcopyRun {
     bool m_destIsDirectory = true;
     bool m_overwriteAll = false;
     std::vector<std::string> m_excludes;
+    pv::FileCopier m_copier;
+    std::string m_lastMadeDirectory;
 };
 
 } // namespace

@@ -4,8 +4,18 @@
 #include "platform/textfile.h"
 #include "settings/inifile.h"
 
+#include "platform/prompter.h"
+
 #include <cctype>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
+#include <iostream>
+#include <set>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace pv {
 
@@ -28,8 +38,99 @@ std::string Settings::GetIniValueMin2(std::string_view section, std::string_view
     return ini::characterCount(value) < 2 ? std::string(def) : value;
 }
 
-bool Settings::write(std::string_view section, std::string_view key,
-                     std::string_view value) const {
+namespace {
+
+constexpr std::string_view kTemporaryInfix = ".new-";
+bool g_failureShown = false;
+
+// The first failed write of a run is shown; the later ones, likely the same
+// cause, go to the error output instead of a box at every click.
+void reportWriteFailure(const std::string& path, const std::string& reason) {
+    if (!g_failureShown) {
+        g_failureShown = true;
+        prompter().message("The settings file " + path +
+                               " could not be written; the change is not saved.\r\n" + reason,
+                           kProgramTitle, MessageIcon::Exclamation);
+        return;
+    }
+    std::cerr << "pairview: the settings file " << path << " could not be written: " << reason
+              << std::endl;
+}
+
+// Replaces the file through a temporary file beside it (NAME.new-XXXXXX) and a
+// rename, so that a reader never sees half a file. Returns why it failed, or "".
+std::string replaceFile(const std::string& path, const std::string& bytes) {
+    std::string temporary = path + std::string(kTemporaryInfix) + "XXXXXX";
+    int fd = ::mkstemp(temporary.data());
+    if (fd < 0)
+        return std::strerror(errno);
+    const char* p = bytes.data();
+    size_t left = bytes.size();
+    int error = 0;
+    while (left > 0 && error == 0) {
+        ssize_t w = ::write(fd, p, left);
+        if (w < 0 && errno != EINTR)
+            error = errno;
+        if (w > 0) {
+            p += w;
+            left -= static_cast<size_t>(w);
+        }
+    }
+    // mkstemp makes the file 0600; the settings file gets what the umask allows.
+    mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(fd, 0666 & ~mask);
+    if (::close(fd) != 0 && error == 0)
+        error = errno;
+    if (error == 0 && ::rename(temporary.c_str(), path.c_str()) != 0)
+        error = errno;
+    if (error != 0)
+        ::unlink(temporary.c_str());
+    return error == 0 ? std::string() : std::strerror(error);
+}
+
+// Removes what writes killed half-way left behind: NAME.new-XXXXXX beside the file.
+// Called with the lock held, when no other writer can be in the middle of one.
+void removeStaleTemporaries(const std::string& path) {
+    namespace fs = std::filesystem;
+    const fs::path file(path);
+    const std::string prefix = file.filename().string() + std::string(kTemporaryInfix);
+    std::error_code ec;
+    fs::path dir = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    for (const fs::directory_entry& entry : fs::directory_iterator(dir, ec)) {
+        std::string name = entry.path().filename().string();
+        if (name.size() == prefix.size() + 6 && name.compare(0, prefix.size(), prefix) == 0)
+            fs::remove(entry.path(), ec);
+    }
+}
+
+// An exclusive advisory lock on NAME.lock for one read-change-rename, so that two
+// programs writing one settings file do not lose each other's changes.
+class WriteLock {
+  public:
+    explicit WriteLock(const std::string& path)
+        : m_fd(::open((path + ".lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666)) {
+        while (m_fd >= 0 && ::flock(m_fd, LOCK_EX) != 0 && errno == EINTR) {
+        }
+    }
+    ~WriteLock() {
+        if (m_fd >= 0)
+            ::close(m_fd);
+    }
+    WriteLock(const WriteLock&) = delete;
+    WriteLock& operator=(const WriteLock&) = delete;
+
+  private:
+    int m_fd;
+};
+
+} // namespace
+
+void Settings::startRun() {
+    g_failureShown = false;
+}
+
+bool Settings::write(std::string_view section, std::string_view key, std::string_view value) const {
     if (m_path.empty())
         return false;
     // The file is replaced by renaming a new one over it; a settings file that is a
@@ -41,18 +142,25 @@ bool Settings::write(std::string_view section, std::string_view key,
         if (!ec)
             target = resolved.string();
     }
+    WriteLock lock(target);
+    static std::set<std::string> cleaned;
+    if (cleaned.insert(target).second)
+        removeStaleTemporaries(target);
     std::string text;
     tryReadFileBytes(target, text); // a missing file is created by the first write
-    try {
-        writeFileAtomic(target, ini::writeValue(text, section, key, value));
+    std::string failure = replaceFile(target, ini::writeValue(text, section, key, value));
+    if (failure.empty())
         return true;
-    } catch (const std::exception&) {
-        return false;
-    }
+    reportWriteFailure(m_path, failure);
+    return false;
 }
 
-bool IniBool(std::string_view text) { return toUpper(text) == "TRUE"; }
+bool IniBool(std::string_view text) {
+    return toUpper(text) == "TRUE";
+}
 
-bool IniYes(std::string_view text) { return toUpper(text) != "NO"; }
+bool IniYes(std::string_view text) {
+    return toUpper(text) != "NO";
+}
 
 } // namespace pv

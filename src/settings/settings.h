@@ -8,7 +8,7 @@
 namespace pv {
 
 class Settings {
-public:
+  public:
     explicit Settings(std::string path = {}) : m_path(std::move(path)) {}
 
     const std::string& path() const { return m_path; }
@@ -25,12 +25,19 @@ public:
     std::string GetIniValueMin2(std::string_view section, std::string_view key,
                                 std::string_view def) const;
 
-    // Writes one value (untrimmed; an empty value leaves "KEY="). The file is
-    // replaced atomically; a failure is swallowed, as the program never checks it.
-    // Returns false when the write failed.
+    // Writes one value (untrimmed; an empty value leaves "KEY="). Under an advisory
+    // lock on NAME.lock the file is read, changed and replaced through a temporary
+    // file and a rename; the first write of a run to a file also removes temporary
+    // files that an interrupted write left. Returns false when the write failed:
+    // the first failure of a run is shown in a message naming the file and the
+    // reason, later ones go to the error output.
     bool write(std::string_view section, std::string_view key, std::string_view value) const;
 
-private:
+    // Starts a new run for the one-message rule of failed writes (the program
+    // starts with one).
+    static void startRun();
+
+  private:
     std::string m_path;
 };
 
@@ -39,6 +46,8 @@ bool IniBool(std::string_view text);
 // The yes/no reader: "NO" in any case is no, anything else yes.
 bool IniYes(std::string_view text);
 // The switch text of a Boolean: "True" or "False".
-inline const char* switchText(bool on) { return on ? "True" : "False"; }
+inline const char* switchText(bool on) {
+    return on ? "True" : "False";
+}
 
 } // namespace pv

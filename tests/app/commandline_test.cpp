@@ -12,6 +12,11 @@ struct CmdCase {
     std::optional<std::string> expected;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+static void PrintTo(const CmdCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class CommandLine : public ::testing::TestWithParam<CmdCase> {};
 
 TEST_P(CommandLine, FindsSettingsPath) {

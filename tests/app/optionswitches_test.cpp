@@ -35,7 +35,9 @@ const char* const CC = "COMPARECONTROL";
 const char* const DC = "DIRCONTROL";
 const char* const FC = "FINDCONTROL";
 
-void PrintTo(const ClickCase& c, std::ostream* os) { *os << c.name; }
+void PrintTo(const ClickCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class SwitchClick : public testing::TestWithParam<ClickCase> {};
 

@@ -1,5 +1,6 @@
 #include "compare/compareengine.h"
 #include "compare/linesink.h"
+#include "platform/process.h"
 #include "recordingobserver.h"
 
 #include <gtest/gtest.h>
@@ -210,4 +211,16 @@ TEST(CompareEngine, SeqWidthIsDigitsOfTheLargerCountPlusOne) {
     EXPECT_EQ(CompareEngine::seqWidth(0, 0), 2);
     EXPECT_EQ(CompareEngine::seqWidth(9, 10), 3);
     EXPECT_EQ(CompareEngine::seqWidth(32768, 5), 6);
+}
+
+// A name ending in a backslash is an ordinary POSIX name; in the fc line the
+// splitter must give back both paths whole, not read an escaped quote.
+TEST(CompareEngine, NameEndingInBackslashSplitsBackToItself) {
+    EngineRun r = compare({"tail\\\\"}, {"tail\\\\"});
+    EXPECT_EQ(r.script.text(), "\r\nfc /lb100 /2 \"/a/tail\\\\\\\\\" \"/b/tail\\\\\\\\\"  >> "
+                               "/prog/Pairview1.txt\r\n");
+    std::vector<std::string> words = pv::splitCommandLine(r.script.text().substr(2));
+    ASSERT_GE(words.size(), 5u);
+    EXPECT_EQ(words[3], "/a/tail\\\\");
+    EXPECT_EQ(words[4], "/b/tail\\\\");
 }

@@ -6,7 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
+#include <grp.h>
+#include <random>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace pv;
@@ -51,6 +55,85 @@ TEST(FileAttributes, FailureTexts) {
         ::chmod(locked.c_str(), 0);
         EXPECT_EQ(fileAttributeText(locked, false, false), "Can't open the file");
     }
+}
+
+TEST(FileAttributes, DirectoryTextsAreThePathTextsFromOneStatEach) {
+    pvtest::TempDir dir;
+    pvtest::setMTime(dir.write("a.txt", "abc"), k20260507_090507);
+    pvtest::setMTime(dir.write("trail", "12345"), 0);
+    dir.write(".hidden", "x");
+    dir.mkdir("sub");
+    // Listed, then gone before the compare looks; a name whose trailing blank the
+    // path text drops; a name with a separator goes the long way.
+    const std::vector<std::string> names{"a.txt", "vanished", "trail ",      ".hidden",
+                                         "sub",   "   ",      "sub/../a.txt"};
+    for (bool dateTime : {false, true}) {
+        std::vector<std::string> expected;
+        for (const std::string& name : names)
+            expected.push_back(fileAttributeText(dir / name, dateTime, true));
+        EXPECT_EQ(directoryAttributeTexts(dir.str(), names, dateTime, true), expected);
+    }
+    EXPECT_EQ(directoryAttributeTexts(dir.str(), {"a.txt", "vanished", "trail "}, true, true),
+              (std::vector<std::string>{"2026\\05\\07 9:5:7 - 3", "Can't find the file",
+                                        "1970\\01\\01 0:0:0 - 5"}));
+    // A directory that cannot be opened: every name is looked up by its path.
+    EXPECT_EQ(directoryAttributeTexts(dir / "gone", {"a.txt"}, false, true),
+              (std::vector<std::string>{"Can't find the file"}));
+}
+
+TEST(FileAttributes, UnreadableFileAsAnOrdinaryUser) {
+    pvtest::TempDir dir;
+    ::chmod(dir.str().c_str(), 0755);
+    std::string locked = dir.write("locked", "x");
+    std::string open = dir.write("open", "x");
+    ::chmod(locked.c_str(), 0600);
+    ::chmod(open.c_str(), 0644);
+    auto check = [&] {
+        return fileAttributeText(locked, false, false) == "Can't open the file" &&
+               directoryAttributeTexts(dir.str(), {"locked", "open"}, false, true) ==
+                   std::vector<std::string>{"Can't open the file", " - 1"};
+    };
+    if (::geteuid() != 0) {
+        ::chmod(locked.c_str(), 0);
+        EXPECT_TRUE(check());
+        return;
+    }
+    // Root reads anything: the check runs in a child that gives up root.
+    pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0)
+        ::_exit(::setgroups(0, nullptr) == 0 && ::setgid(65534) == 0 && ::setuid(65534) == 0 &&
+                        check()
+                    ? 0
+                    : 1);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    // Root itself opens it.
+    EXPECT_EQ(directoryAttributeTexts(dir.str(), {"locked"}, false, true),
+              std::vector<std::string>{" - 1"});
+}
+
+TEST(FileAttributes, CalendarConversionAgreesWithTheCLibrary) {
+    std::mt19937_64 rng(14);
+    std::uniform_int_distribution<long long> seconds(-11644473600LL, 253402300799LL); // 1601..9999
+    std::vector<long long> values{0, -1, 951782400, 951868799, 4107542399, -11644473600LL};
+    for (int n = 0; n < 20000; ++n)
+        values.push_back(seconds(rng));
+    for (long long v : values) {
+        time_t t = static_cast<time_t>(v);
+        std::tm tm{};
+        ASSERT_TRUE(::gmtime_r(&t, &tm));
+        CalendarTime c;
+        ASSERT_TRUE(toCalendarUtc(v, c)) << v;
+        EXPECT_EQ(std::vector<int>({c.year, c.month, c.day, c.hour, c.minute, c.second}),
+                  std::vector<int>({tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour,
+                                    tm.tm_min, tm.tm_sec}))
+            << v;
+    }
+    CalendarTime c;
+    EXPECT_FALSE(toCalendarUtc(-11644473601LL, c)); // the second before 1601
+    EXPECT_FALSE(toCalendarUtc(915151881600LL, c)); // year 30970
 }
 
 TEST(FileAttributes, FactsWithoutTimeSayConversionFailed) {

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 using pv::matchesPatternList;
 
 TEST(PatternList, WildcardsIgnoreCaseAndAnyPatternMatches) {
@@ -32,6 +35,28 @@ TEST(FileListing, FilesFilteredSortedAndHiddenLeftOut) {
     EXPECT_EQ(pv::listFiles(dir.str(), "*.txt"),
               (std::vector<std::string>{"A.txt", "a.TXT", "b.txt", "_x.txt"}));
     EXPECT_EQ(pv::listSubdirectories(dir.str()), (std::vector<std::string>{"sub.txt", "Zed"}));
+}
+
+TEST(FileListing, OneReadGivesFilesAndDirectoriesWithOrWithoutEntryTypes) {
+    pvtest::TempDir dir;
+    dir.write("b.txt", "x");
+    dir.write("A.dat", "x");
+    dir.mkdir("sub");
+    dir.mkdir(".hid");
+    ASSERT_EQ(::symlink("sub", (dir / "linkdir").c_str()), 0);
+    ASSERT_EQ(::symlink("b.txt", (dir / "linkfile").c_str()), 0);
+    ASSERT_EQ(::symlink("nowhere", (dir / "dangling").c_str()), 0);
+    ASSERT_EQ(::mkfifo((dir / "pipe").c_str(), 0600), 0);
+    // Without types every entry is looked at by a stat: links count as what they
+    // point to, a dangling link and a pipe as neither.
+    for (bool trust : {true, false}) {
+        SCOPED_TRACE(trust ? "types from the directory" : "no types");
+        pv::DirectoryListing listing = pv::readDirectory(dir.str(), trust);
+        EXPECT_EQ(listing.files, (std::vector<std::string>{"A.dat", "b.txt", "linkfile"}));
+        EXPECT_EQ(listing.subdirectories, (std::vector<std::string>{"linkdir", "sub"}));
+    }
+    EXPECT_EQ(pv::matchingNames({"A.dat", "b.txt", "c.TXT"}, "*.txt"),
+              (std::vector<std::string>{"b.txt", "c.TXT"}));
 }
 
 TEST(FileListing, UnreadableDirectoryThrowsWithErrno) {

@@ -143,18 +143,17 @@ TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {
     tree.write("r/q&calc", "1\r\n");
     tree.write("l/100%PATH%.txt", "p\r\n");
     tree.write("r/100%PATH%.txt", "p\r\n");
+    tree.write("l/tail\\", "t\r\n");
+    tree.write("r/tail\\", "t\r\n");
     Result r =
         pvcompare(home.str(), "--run " + shellQuote(tree / "l") + " " + shellQuote(tree / "r"));
     ASSERT_EQ(r.status, 1) << r.out;
-    // The script runs detached: wait for its last report.
-    std::string results;
-    for (int n = 0; n < 100; ++n) {
-        results = pvtest::readFile(home / "Pairview.txt");
-        if (results.find("Comparing files " + (tree / "l/x 100.txt")) != std::string::npos &&
-            results.find("*****\r\n\r\n") != std::string::npos)
-            break;
-        ::usleep(100000);
-    }
+    // --run waits for the script.
+    std::string results = pvtest::readFile(home / "Pairview.txt");
+    EXPECT_NE(results.find("Comparing files " + (tree / "l/tail\\") + " and " +
+                           (tree / "r/tail\\") + "\r\nFC: no differences encountered"),
+              std::string::npos)
+        << results;
     EXPECT_NE(results.find("Comparing files " + (tree / "l/same") + " and " + (tree / "r/same") +
                            "\r\nFC: no differences encountered"),
               std::string::npos)
@@ -166,4 +165,20 @@ TEST_F(PvCompare, StartedScriptFillsTheResultsFileWithFcReports) {
         << results;
     EXPECT_NE(results.find("***** " + (tree / "l/x 100.txt") + "\r\na\r\nb\r\n"), std::string::npos)
         << results;
+}
+
+// A results file that cannot take the reports (a full disk) fails the run: the
+// error is shown and the status is 2, not the compare's 1.
+TEST_F(PvCompare, ScriptThatLosesOutputFailsTheRun) {
+    tree.write("l/a.txt", "1\r\n");
+    tree.write("r/a.txt", "2\r\n");
+    std::filesystem::create_directories(home.str());
+    std::filesystem::create_symlink("/dev/full", home / "Pairview.txt");
+    Result r = pvcompare(home.str(),
+                         "--append --run " + shellQuote(tree / "l") + " " + shellQuote(tree / "r"));
+    EXPECT_EQ(r.status, 2) << r.out;
+    EXPECT_NE(r.out.find("Cannot write to " + (home / "Pairview.txt") +
+                         ": There is not enough space on the disk."),
+              std::string::npos)
+        << r.out;
 }

@@ -198,6 +198,25 @@ TEST(SubDirectoryWalk, FailuresInsideALevelArePassedOver) {
     EXPECT_EQ(compares, 3);
 }
 
+// The right pane can land elsewhere than asked (a link it resolves): the pair is
+// reported with both directories and not compared.
+TEST(SubDirectoryWalk, RightPaneLandingElsewhereIsReportedNotCompared) {
+    std::vector<std::string> compared, lines;
+    std::string left = "/a", right = "/b"; // the panes stand on the pair the walk starts from
+    SubDirectoryWalk::Hooks h;
+    h.subdirectories = [](const std::string& d) {
+        return d == "/a" ? std::vector<std::string>{"/a/x", "/a/y"} : std::vector<std::string>{};
+    };
+    h.moveLeft = [&](const std::string& d) { return left = d; };
+    h.moveRight = [&](const std::string& d) { return right = d == "/b/x" ? "/b/other" : d; };
+    h.compare = [&] { compared.push_back(left + " | " + right); };
+    h.addLine = [&](const std::string& l) { lines.push_back(l); };
+    SubDirectoryWalk(h).run("/a", "/b");
+    EXPECT_EQ(compared, (std::vector<std::string>{"/a | /b", "/a/y | /b/y"}));
+    EXPECT_EQ(lines,
+              std::vector<std::string>{"Unmatched sub directory : 1:'/a/x' <> 2:'/b/other'"});
+}
+
 TEST(SubDirectoryWalk, CounterpartKeepsOneSeparator) {
     EXPECT_EQ(SubDirectoryWalk::counterpart("/src", "/bak", "/src/x/y"), "/bak/x/y");
     EXPECT_EQ(SubDirectoryWalk::counterpart("/", "/bak", "/x"), "/bak/x");

@@ -1,6 +1,6 @@
-#include "support/envguard.h"
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
+#include "support/envguard.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,6 @@ using pvtest::EnvGuard;
 namespace {
 
 using Words = std::vector<std::string>;
-
 
 std::string writeExecutable(const pvtest::TempDir& dir, const std::string& name,
                             const std::string& body) {
@@ -44,6 +43,11 @@ struct SplitCase {
     const char* line;
     Words words;
 };
+
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const SplitCase& row, std::ostream* os) {
+    *os << row.name;
+}
 
 class SplitCommandLine : public ::testing::TestWithParam<SplitCase> {};
 

@@ -45,3 +45,23 @@ TEST(Drives, RootFirstAndPathsMapToLongestMountPoint) {
     EXPECT_EQ(pv::driveOfPath("/media/usb", fake), "/media/usb");
     EXPECT_EQ(pv::driveOfPath("/media/usbx", fake), "/");
 }
+
+// A copy cut short by a full disk, or left from an older version, is replaced by
+// the shipped file; a copy that is already right is left alone.
+TEST(ProgramDirectory, ShippedFilesReplaceCopiesThatDiffer) {
+    pvtest::TempDir dir;
+    dir.write("ship/CompareSelectedFile.cmd", "@echo off\r\nfc %1 %2\r\n");
+    dir.write("home/CompareSelectedFile.cmd", "");
+    pv::installShippedFiles(dir / "ship", dir / "home");
+    EXPECT_EQ(pvtest::readFile(dir / "home/CompareSelectedFile.cmd"), "@echo off\r\nfc %1 %2\r\n");
+    pv::installShippedFiles(dir / "ship", dir / "fresh");
+    EXPECT_FALSE(std::filesystem::exists(dir / "fresh/CompareSelectedFile.cmd"))
+        << "a missing directory gets nothing";
+    std::filesystem::create_directory(dir / "fresh");
+    pv::installShippedFiles(dir / "ship", dir / "fresh");
+    EXPECT_EQ(pvtest::readFile(dir / "fresh/CompareSelectedFile.cmd"), "@echo off\r\nfc %1 %2\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir / "fresh"),
+                            std::filesystem::directory_iterator()),
+              1)
+        << "no temporary file stays behind";
+}

@@ -6,10 +6,10 @@
 
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <regex>
 #include <sstream>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -96,6 +96,16 @@ TEST_F(DirListing, SubdirectoriesWithTotals) {
     EXPECT_EQ(normalised(r.out), golden("tools-dir-s.txt"));
 }
 
+// A link counts as a file or directory of its own, without its target's size.
+TEST_F(DirListing, LinksCountWithoutTheirTargetsSize) {
+    std::filesystem::create_symlink("alpha.txt", m_dir / "top/link.txt");
+    std::filesystem::create_directory_symlink("sub", m_dir / "top/dlink");
+    std::string out = normalised(run({}).out);
+    EXPECT_NE(out.find("               3 File(s)         12,345 bytes\n"), std::string::npos)
+        << out;
+    EXPECT_NE(out.find("               4 Dir(s)  FREE bytes free\n"), std::string::npos) << out;
+}
+
 TEST_F(DirListing, WideAndByColumn) {
     for (int i = 0; i < 9; ++i)
         m_dir.write("top/file" + std::to_string(i) + ".dat", "x");
@@ -109,6 +119,11 @@ struct EntryRow {
     pvcmd::ToolArgs args;
     std::vector<std::string> names; // the names, in order, as the last column shows them
 };
+
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const EntryRow& row, std::ostream* os) {
+    *os << row.name;
+}
 
 class DirEntries : public DirListing, public ::testing::WithParamInterface<EntryRow> {};
 

@@ -17,6 +17,11 @@ struct Golden {
     int rc;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const Golden& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class FcGolden : public ::testing::TestWithParam<Golden> {};
 
 TEST_P(FcGolden, ReportMatches) {
@@ -102,6 +107,21 @@ INSTANTIATE_TEST_SUITE_P(
                report("Resync Failed.  Files are too different.\n"
                       "***** a.txt\nA\nB\n***** b.txt\nC\nC\n*****\n\n"),
                1},
+        // One full window is enough to give up; the other file may be at its end.
+        Golden{"ResyncFailedWhenOnlyTheFirstFillsTheBuffer",
+               {"/lb2"},
+               "A\nB\nC\n",
+               "X\n",
+               report("Resync Failed.  Files are too different.\n"
+                      "***** a.txt\nA\nB\n***** b.txt\nX\n*****\n\n"),
+               1},
+        Golden{"ResyncFailedWhenOnlyTheSecondFillsTheBuffer",
+               {"/lb2"},
+               "X\n",
+               "A\nB\nC\n",
+               report("Resync Failed.  Files are too different.\n"
+                      "***** a.txt\nX\n***** b.txt\nA\nB\n*****\n\n"),
+               1},
         Golden{"MoreDifferingLinesThanBuffer",
                {"/lb3"},
                "A\nB\nC\nD\nE\nF\n",
@@ -150,6 +170,12 @@ INSTANTIATE_TEST_SUITE_P(
                {"/c"},
                "Hello World\n",
                "HELLO world\n",
+               report("FC: no differences encountered\n\n"),
+               0},
+        Golden{"IgnoreCaseFoldsEveryLetter",
+               {"/c"},
+               "abcdefghijklmnopqrstuvwxyz\n",
+               "ABCDEFGHIJKLMNOPQRSTUVWXYZ\n",
                report("FC: no differences encountered\n\n"),
                0},
         Golden{"IgnoreCaseShowsOriginalText",

@@ -23,6 +23,11 @@ struct MatchRow {
     std::string expected;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const MatchRow& row, std::ostream* os) {
+    *os << row.name;
+}
+
 // The file every matching row searches: CR LF and LF lines, last line unterminated.
 const char* kText = "Hello world\r\n"
                     "hello there\n"
@@ -80,6 +85,12 @@ INSTANTIATE_TEST_SUITE_P(
         MatchRow{"WordStart", {"/r", "\\<there"}, "hello there\n"},
         MatchRow{"WordStartRejectsInside", {"/r", "\\<ello"}, ""},
         MatchRow{"WordEnd", {"/r", "ell\\>"}, ""},
+        MatchRow{"WordEndAfterWord", {"/r", "hello\\>"}, "hello there\nsay hello\r\n"},
+        // Neither "." nor a class takes the CR or LF of a line end.
+        MatchRow{"DotStopsAtCarriageReturn", {"/r", "world."}, ""},
+        MatchRow{"ClassStopsAtCarriageReturn", {"/r", "world[\x01-~]$"}, ""},
+        MatchRow{"ClassStopsAtLineFeed", {"/r", "there[\x01-~]say"}, ""},
+        MatchRow{"ClassInsideTheLine", {"/r", "/n", "a[\x01-~]bc"}, "5:a^bc and $5\n"},
         MatchRow{"EmptyLineByRegex", {"/r", "/n", "^$"}, "4:\n"},
         // No "+" or "?" in the dialect: they are plain characters.
         MatchRow{"PlusIsLiteral", {"/r", "l+o"}, ""},
@@ -88,9 +99,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(FindstrRegexTranslation, KeepsMetacharactersOfPcreLiteral) {
     EXPECT_EQ(FindstrMatcher::translateRegex("a+(b)|c?"), "a\\+\\(b\\)\\|c\\?");
-    EXPECT_EQ(FindstrMatcher::translateRegex("[a-c]*$"), "[a-c]*(?=\\r?\\n)");
+    EXPECT_EQ(FindstrMatcher::translateRegex("[a-c]*$"), "(?:(?![\\r\\n])[a-c])*(?=\\r?\\n)");
     // An unterminated class is a literal bracket, not an error.
     EXPECT_EQ(FindstrMatcher::translateRegex("[ab"), "\\[ab");
+    // A "*" right after a "*" repeats nothing and is a plain star; "-" before "]" is
+    // a plain dash.
+    EXPECT_EQ(FindstrMatcher::translateRegex("a**"), "a*\\*");
+    EXPECT_EQ(FindstrMatcher::translateRegex("[a-]"), "(?:(?![\\r\\n])[a\\-])");
 }
 
 TEST(FindstrRegexDetection, DecidesTheDefaultMode) {
@@ -216,6 +231,20 @@ TEST_F(FindstrFiles, AbsolutePathIsAFileNotASwitch) {
 } // namespace
 
 namespace {
+
+// A line on which PCRE2 gives up (it backtracks past its match limit) is named on
+// the error output; the lines after it are still searched, also with /v.
+TEST(FindstrTooComplex, NamesTheLineAndSearchesOn) {
+    pvtest::TempDir dir;
+    dir.write("t.txt", "first c d\n" + std::string(4000, 'a') + " d\nlast a c d\n");
+    const std::string pattern = "a*a*a*a*a*a*a*a*[bc] d";
+    auto r = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/r", "/n", pattern, "t.txt"});
+    EXPECT_EQ(r.out, "1:first c d\n3:last a c d\n");
+    EXPECT_EQ(r.err, "FINDSTR: Line 2 of t.txt is too complex to search; it was skipped.\r\n");
+    EXPECT_EQ(r.code, 0);
+    auto v = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/r", "/v", pattern, "t.txt"});
+    EXPECT_EQ(v.out, "");
+}
 
 // Files larger than the read chunk: numbers and offsets must run on across chunks,
 // and a line longer than a chunk must come out whole.

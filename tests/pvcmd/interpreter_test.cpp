@@ -47,6 +47,11 @@ struct ParseCase {
     bool hidden;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const ParseCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class ScriptLineParse : public ::testing::TestWithParam<ParseCase> {};
 
 TEST_P(ScriptLineParse, SplitsTextAndRedirections) {
@@ -100,6 +105,11 @@ struct EchoCase {
     const char* out;    // expected standard output
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const EchoCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class Echo : public ::testing::TestWithParam<EchoCase> {};
 
 TEST_P(Echo, WritesWhatTheSystemWrites) {
@@ -141,7 +151,9 @@ TEST(Interpreter, EchoOnShowsPromptAndCommand) {
     EXPECT_EQ(readFile(here.dir() / "f"), "hi \r\n");
 }
 
-TEST(Interpreter, FailingRedirectionReportsAndGoesOn) {
+// Output that cannot reach its file (a full disk) is named with the file, the
+// script goes on, and its status says that something was lost.
+TEST(Interpreter, FailingRedirectionReportsGoesOnAndFailsTheScript) {
     pvcmdtest::InTempDir here;
     here.dir().mkdir("adir");
     Captured run = runScriptText("@echo off\r\n"
@@ -152,10 +164,49 @@ TEST(Interpreter, FailingRedirectionReportsAndGoesOn) {
                                  "echo kept >> ok.txt\r\n");
     EXPECT_EQ(run.err, crlf("The system cannot find the path specified.\n"
                             "Access is denied.\n"
-                            "There is not enough space on the disk.\n"
+                            "Cannot write to /dev/full: There is not enough space on the disk.\n"
                             "The syntax of the command is incorrect.\n"));
     EXPECT_EQ(readFile(here.dir() / "ok.txt"), "kept \r\n");
-    EXPECT_EQ(run.rc, 0) << "the status is the last command's";
+    EXPECT_EQ(run.rc, 1);
+    EXPECT_EQ(runScriptText("echo lost > /dev/full\r\necho kept >> ok.txt\r\n").rc, 1);
+    EXPECT_EQ(runScriptText("echo kept >> ok.txt\r\n").rc, 0);
+}
+
+// A directory deeper than the system's path limit: popd still returns to it.
+TEST(Interpreter, PopdReturnsToADirectoryDeeperThanThePathLimit) {
+    pvcmdtest::InTempDir here;
+    const std::string top = cwd();
+    here.dir().mkdir("elsewhere");
+    const std::string name(200, 'd');
+    int depth = 0;
+    for (; depth < 25; ++depth)
+        ASSERT_TRUE(::mkdir(name.c_str(), 0755) == 0 && ::chdir(name.c_str()) == 0);
+    Captured run = runScriptText("@echo off\r\npushd " + top +
+                                 "/elsewhere\r\npopd\r\n"
+                                 "echo deep > mark\r\n");
+    bool markedHere = ::access("mark", F_OK) == 0;
+    ::unlink("mark");
+    for (; depth > 0; --depth)
+        ASSERT_TRUE(::chdir("..") == 0 && ::rmdir(name.c_str()) == 0);
+    EXPECT_TRUE(markedHere) << run.err;
+    EXPECT_EQ(run.err, "");
+    EXPECT_FALSE(std::filesystem::exists(top + "/elsewhere/mark"));
+}
+
+// When popd cannot go back (its directory was removed), the lines after it do
+// not run in the wrong directory: the script stops.
+TEST(Interpreter, FailedPopdStopsTheScript) {
+    pvcmdtest::InTempDir here;
+    const std::string top = cwd();
+    here.dir().mkdir("left");
+    here.dir().mkdir("other");
+    ASSERT_EQ(::chdir("left"), 0);
+    Captured run = runScriptText("@echo off\r\npushd " + top + "/other\r\nrmdir " + top +
+                                 "/left\r\npopd\r\necho wrong > mark\r\n");
+    EXPECT_EQ(run.rc, 1);
+    EXPECT_NE(run.err.find("The system cannot find the path specified.\r\n"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(top + "/other/mark"));
+    EXPECT_EQ(::chdir(top.c_str()), 0);
 }
 
 TEST(Interpreter, DirectoryCommands) {

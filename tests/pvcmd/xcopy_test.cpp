@@ -96,6 +96,11 @@ struct OverwriteRow {
     std::string aContent, bContent;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const OverwriteRow& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class XcopyOverwrite : public Xcopy, public ::testing::WithParamInterface<OverwriteRow> {};
 
 TEST_P(XcopyOverwrite, AsksOrNot) {
@@ -163,10 +168,15 @@ TEST_F(Xcopy, CopycmdCanSayYes) {
 TEST_F(Xcopy, NewerOnlyAndSinceDate) {
     m_dir.write("R/a.txt", "old a");
     m_dir.write("R/b.log", "old b");
+    m_dir.write("L/same.txt", "same time");
+    m_dir.write("R/same.txt", "same time");
     pvtest::setMTime(m_dir / "L/a.txt", kNew);
     pvtest::setMTime(m_dir / "R/a.txt", kOld);
     pvtest::setMTime(m_dir / "L/b.log", kOld);
     pvtest::setMTime(m_dir / "R/b.log", kNew);
+    // Equal times are not newer.
+    pvtest::setMTime(m_dir / "L/same.txt", kOld);
+    pvtest::setMTime(m_dir / "R/same.txt", kOld);
     auto r = run({"/d", "/y", "L/*.*", "R"});
     EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
     setenv("TZ", "UTC", 1);
@@ -230,8 +240,9 @@ TEST_F(Xcopy, ContinueOnErrors) {
 }
 
 TEST_F(Xcopy, ExcludeListsSubstrings) {
-    m_dir.write("skip.lst", "sub/\r\n.log\r\n");
-    auto r = run({"L", "X", "/s", "/i", "/exclude:skip.lst"});
+    m_dir.write("skip.lst", "sub/\r\n");
+    m_dir.write("more.lst", ".log\r\n");
+    auto r = run({"L", "X", "/s", "/i", "/exclude:skip.lst+more.lst"});
     EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
 }
 

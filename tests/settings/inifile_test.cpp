@@ -22,6 +22,11 @@ struct ReadCase {
     std::string expected;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const ReadCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
 class IniRead : public ::testing::TestWithParam<ReadCase> {};
 
 TEST_P(IniRead, FindsValue) {
@@ -35,8 +40,7 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"plain", "[APPLICATION]\r\nEDITOR=Write.exe\r\n", "APPLICATION", "EDITOR",
                  "Write.exe"},
         ReadCase{"names_ignore_case", "[application]\nEditor=x\n", "APPLICATION", "EDITOR", "x"},
-        ReadCase{"value_trimmed", "[A]\nEDITOR=  Notepad.exe  \n", "A", "EDITOR",
-                 "Notepad.exe"},
+        ReadCase{"value_trimmed", "[A]\nEDITOR=  Notepad.exe  \n", "A", "EDITOR", "Notepad.exe"},
         ReadCase{"key_blanks_around_equals", "[A]\n  K  =  v\n", "A", "K", "v"},
         ReadCase{"missing_key", "[A]\nK=v\n", "A", "L", ""},
         ReadCase{"missing_section", "[A]\nK=v\n", "B", "K", ""},
@@ -75,10 +79,16 @@ TEST(IniWrite, NewSectionAppendedAndEmptyValueLeavesKey) {
     EXPECT_EQ(writeValue("[A]\r\nK=1\r\n", "B", "K", "2"), "[A]\r\nK=1\r\n[B]\r\nK=2\r\n");
 }
 
-TEST(IniWrite, LineBreakInValueCannotAddLines) {
+// A line break or a NUL byte in a value becomes a blank: neither can add lines
+// nor cut the value, or the key after it, short.
+TEST(IniWrite, LineBreakOrNulInValueBecomesABlank) {
     std::string text = writeValue("", "A", "K", "one\r\n[B]\nX=1");
     EXPECT_EQ(readValue(text, "B", "X"), "");
     EXPECT_EQ(readValue(text, "A", "K"), "one  [B] X=1");
+    using namespace std::string_literals;
+    text = writeValue("", "A", "K", "a\0b"s);
+    EXPECT_EQ(text, "[A]\r\nK=a b\r\n");
+    EXPECT_EQ(readValue(text, "A", "K"), "a b");
 }
 
 TEST(IniWrite, UntrimmedValueRoundTripsTrimmed) {
@@ -99,7 +109,8 @@ TEST(IniFuzz, RandomBytesNeverBreakReadOrWrite) {
             text += alphabet[rng() % alphabet.size()];
         (void)readValue(text, "A", "K");
         std::string written = writeValue(text, "A", "K", "value");
-        ASSERT_EQ(readValue(written, "A", "K"), "value") << "input: " << testing::PrintToString(text);
+        ASSERT_EQ(readValue(written, "A", "K"), "value")
+            << "input: " << testing::PrintToString(text);
     }
 }
 

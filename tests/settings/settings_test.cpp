@@ -1,10 +1,13 @@
 #include "settings/itemlist.h"
 #include "settings/settings.h"
+#include "support/recordingprompter.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using pv::Settings;
 
@@ -35,11 +38,54 @@ TEST(Settings, ShortValueCountsCharactersNotBytes) {
     EXPECT_EQ(s.GetIniValueMin2("A", "TWO", "d"), "\xc3\xa9\xc3\xa9");
 }
 
-TEST(Settings, UnwritableFileIsNotReportedAndKeepsOldValue) {
+// The first failed write of a run is shown, naming the file and the reason; the
+// later ones go to the error output, not a message box at every click.
+TEST(Settings, FailedWritesAreShownOnceThenGoToTheErrorOutput) {
     pvtest::TempDir dir;
+    pvtest::RecordingPrompter prompter;
+    Settings::startRun();
     Settings s(dir / "missing-dir/p.ini");
     EXPECT_FALSE(s.write("A", "K", "v"));
+    ASSERT_EQ(prompter.messages.size(), 1u);
+    EXPECT_EQ(prompter.messages[0], "The settings file " + (dir / "missing-dir/p.ini") +
+                                        " could not be written; the change is not saved.\r\n"
+                                        "No such file or directory");
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(s.write("A", "K", "w"));
+    std::string err = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(prompter.messages.size(), 1u);
+    EXPECT_NE(err.find(dir / "missing-dir/p.ini"), std::string::npos) << err;
     EXPECT_EQ(s.GetIniValue("A", "K", "d"), "d");
+}
+
+// Two programs writing one settings file at once keep each other's changes, and
+// a temporary file that a killed write left is removed; other files stay.
+TEST(Settings, ConcurrentWritersLoseNothingAndStaleTemporariesGo) {
+    pvtest::TempDir dir;
+    dir.write("p.ini.new-Ab12cD", "[A]\r\nHALF");
+    dir.write("p.ini.backup", "kept");
+    const std::string path = dir / "p.ini";
+    constexpr int kWrites = 150;
+    pid_t children[2];
+    for (int c = 0; c < 2; ++c) {
+        children[c] = ::fork();
+        if (children[c] == 0) {
+            Settings s(path);
+            for (int n = 0; n < kWrites; ++n)
+                s.write("W" + std::to_string(c), "K" + std::to_string(n), "v");
+            ::_exit(0);
+        }
+    }
+    for (pid_t child : children)
+        ::waitpid(child, nullptr, 0);
+    Settings s(path);
+    int missing = 0;
+    for (int c = 0; c < 2; ++c)
+        for (int n = 0; n < kWrites; ++n)
+            missing += s.read("W" + std::to_string(c), "K" + std::to_string(n)).empty();
+    EXPECT_EQ(missing, 0);
+    EXPECT_FALSE(std::filesystem::exists(dir / "p.ini.new-Ab12cD"));
+    EXPECT_EQ(pvtest::readFile(dir / "p.ini.backup"), "kept");
 }
 
 // A settings file kept elsewhere and linked in stays linked after a write.

@@ -27,10 +27,11 @@ void DirListBox::setPath(const std::string& requested) {
         throw RuntimeError::fromErrno(errno, "Path not found: " + requested);
     if (!S_ISDIR(st.st_mode))
         throw RuntimeError(ENOTDIR, "Path not found: " + requested);
-    std::vector<std::string> subdirs = listSubdirectories(path); // throws when unreadable
+    DirectoryListing listing = readDirectory(path); // throws when unreadable
     bool changedPath = path != m_path;
     m_path = path;
-    m_subdirs = std::move(subdirs);
+    m_subdirs = std::move(listing.subdirectories);
+    m_files = std::move(listing.files);
     m_ancestors.clear();
     for (std::string p = m_path;; p = parentPath(p)) {
         m_ancestors.insert(m_ancestors.begin(), p);
@@ -46,9 +47,12 @@ void DirListBox::refresh() {
     if (m_path.empty())
         return;
     try {
-        m_subdirs = listSubdirectories(m_path);
+        DirectoryListing listing = readDirectory(m_path);
+        m_subdirs = std::move(listing.subdirectories);
+        m_files = std::move(listing.files);
     } catch (const RuntimeError&) {
         m_subdirs.clear();
+        m_files.clear();
     }
     int keep = listIndex();
     fill();
@@ -57,19 +61,24 @@ void DirListBox::refresh() {
 
 void DirListBox::fill() {
     clear();
-    QIcon openIcon = style()->standardIcon(QStyle::SP_DirOpenIcon);
-    QIcon closedIcon = style()->standardIcon(QStyle::SP_DirClosedIcon);
+    if (m_openIcon.isNull()) {
+        m_openIcon = style()->standardIcon(QStyle::SP_DirOpenIcon);
+        m_closedIcon = style()->standardIcon(QStyle::SP_DirClosedIcon);
+    }
+    const QIcon& openIcon = m_openIcon;
+    const QIcon& closedIcon = m_closedIcon;
     int depth = 0;
     for (const std::string& a : m_ancestors) {
         std::string name = a == "/" ? "/" : a.substr(a.rfind('/') + 1);
-        auto* it = new QListWidgetItem(openIcon, QString(depth * 2, ' ') +
-                                                     QString::fromStdString(name));
+        auto* it =
+            new QListWidgetItem(openIcon, QString(depth * 2, ' ') + QString::fromStdString(name));
         it->setToolTip(QString::fromStdString(a));
         addItem(it);
         ++depth;
     }
     for (const std::string& s : m_subdirs)
-        addItem(new QListWidgetItem(closedIcon, QString(depth * 2, ' ') + QString::fromStdString(s)));
+        addItem(
+            new QListWidgetItem(closedIcon, QString(depth * 2, ' ') + QString::fromStdString(s)));
     setCurrentRow(static_cast<int>(m_ancestors.size()) - 1);
 }
 

@@ -6,6 +6,8 @@
 
 #include "compare/ui/panelistbox.h"
 
+#include <QIcon>
+
 #include <string>
 #include <vector>
 
@@ -13,13 +15,17 @@ namespace pv {
 
 class DirListBox : public PaneListBox {
     Q_OBJECT
-public:
+  public:
     explicit DirListBox(QWidget* parent = nullptr);
 
     const std::string& path() const { return m_path; }
     // Opens a directory; emits changed() only when the path really changes.
     // Throws RuntimeError when it is not a directory that can be listed.
     void setPath(const std::string& path);
+    // The ordinary files (hidden ones left out, in list order) that the read which
+    // listed the sub-directories found: a file list can show them without reading
+    // the directory again.
+    const std::vector<std::string>& files() const { return m_files; }
     // Re-reads the sub-directories of the open directory.
     void refresh();
 
@@ -29,17 +35,18 @@ public:
     // The full path of the entry at a list index (negative for ancestors).
     std::string item(int index) const;
 
-signals:
+  signals:
     void changed();
     // A double-clicked directory could not be opened (removed, not readable).
     void openFailed(const QString& description);
 
-
-private:
+  private:
     void fill();
     std::string m_path;
     std::vector<std::string> m_ancestors; // root first, the open directory last
     std::vector<std::string> m_subdirs;
+    std::vector<std::string> m_files;
+    QIcon m_openIcon, m_closedIcon; // loaded at the first fill
 };
 
 } // namespace pv

@@ -15,7 +15,15 @@ FileListBox::FileListBox(QWidget* parent) : PaneListBox(parent) {
 void FileListBox::setPath(const std::string& path) {
     std::string dir = normalizeDirectoryPath(path);
     std::vector<std::string> names = listFiles(dir, m_pattern); // throws when unreadable
-    m_path = dir;
+    showNames(std::move(dir), std::move(names));
+}
+
+void FileListBox::setListing(const std::string& path, const std::vector<std::string>& files) {
+    showNames(normalizeDirectoryPath(path), matchingNames(files, m_pattern));
+}
+
+void FileListBox::showNames(std::string dir, std::vector<std::string> names) {
+    m_path = std::move(dir);
     m_names = std::move(names);
     QStringList texts;
     texts.reserve(static_cast<qsizetype>(m_names.size()));

@@ -11,13 +11,16 @@ namespace pv {
 
 class FileListBox : public PaneListBox {
     Q_OBJECT
-public:
+  public:
     explicit FileListBox(QWidget* parent = nullptr);
 
     const std::string& path() const { return m_path; }
     // Lists a directory. Throws RuntimeError when it cannot be read; the list then
     // keeps its previous path and entries.
     void setPath(const std::string& path);
+    // Shows the matching ones of a directory's files already read (all of its
+    // visible files, in list order), as setPath would after reading them.
+    void setListing(const std::string& path, const std::vector<std::string>& files);
     const std::string& pattern() const { return m_pattern; }
     void setPattern(const std::string& pattern) { m_pattern = pattern; }
     void refresh();
@@ -30,10 +33,12 @@ public:
     // The selected name, or "" when nothing is selected.
     std::string selectedName() const { return item(listIndex()); }
 
-signals:
+  signals:
     void doubleClicked();
 
-private:
+  private:
+    void showNames(std::string dir, std::vector<std::string> names);
+
     std::string m_path;
     std::string m_pattern = "*.*";
     std::vector<std::string> m_names;

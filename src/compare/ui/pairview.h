@@ -20,6 +20,8 @@ class QLabel;
 
 namespace pv {
 
+struct SettingsLoad;
+
 class MDIForm1;
 class PairviewCompare;
 class DriveListBox;
@@ -130,6 +132,28 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // The settings load, step by step (pairviewsettings.cpp).
+    struct StoredLocations {
+        std::string drives[2], dirs[2], pattern, patternList;
+    };
+    struct EditorChoice {
+        std::string editor;
+        bool internalListed = false;
+    };
+    StoredLocations readStoredLocations(const SettingsLoad& load);
+    void restoreDrives(const SettingsLoad& load, StoredLocations& stored);
+    void restoreDirectories(const StoredLocations& stored);
+    void loadPatterns(const StoredLocations& stored);
+    void loadAssociation(const SettingsLoad& load);
+    EditorChoice loadEditors(const SettingsLoad& load);
+    void loadCaptureSelection();
+    void offerInternalEditor(const EditorChoice& choice);
+    void loadRecentFiles(const SettingsLoad& load);
+    void loadFavorites(const SettingsLoad& load);
+    void loadNetworkPaths(const SettingsLoad& load);
+    void loadSwitches(const SettingsLoad& load);
+    void loadQueryConnections(const SettingsLoad& load);
+
     struct Pane {
         DriveListBox* drive = nullptr;
         DirListBox* dir = nullptr;

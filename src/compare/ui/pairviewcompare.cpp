@@ -73,7 +73,9 @@ std::string PairviewCompare::moveLeft(const std::string& dir) {
     // repainted once when the walk ends.
     QSignalBlocker blockSelection(m_form.dir(Side::Left)->selectionModel());
     m_form.dir(Side::Left)->setPath(dir);
-    m_form.files(Side::Left)->setPath(m_form.dir(Side::Left)->path());
+    // One read of the directory serves both lists.
+    m_form.files(Side::Left)
+        ->setListing(m_form.dir(Side::Left)->path(), m_form.dir(Side::Left)->files());
     return m_form.dir(Side::Left)->path();
 }
 
@@ -81,7 +83,8 @@ std::string PairviewCompare::moveRight(const std::string& dir) {
     QSignalBlocker blockDir(m_form.dir(Side::Right));
     QSignalBlocker blockSelection(m_form.dir(Side::Right)->selectionModel());
     m_form.dir(Side::Right)->setPath(dir);
-    m_form.files(Side::Right)->setPath(m_form.dir(Side::Right)->path());
+    m_form.files(Side::Right)
+        ->setListing(m_form.dir(Side::Right)->path(), m_form.dir(Side::Right)->files());
     return m_form.dir(Side::Right)->path();
 }
 

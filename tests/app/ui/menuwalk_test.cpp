@@ -14,13 +14,17 @@ using pvtest::CommandsTest;
 
 namespace {
 
-// receivers() is protected; this view exposes it without changing the object.
-struct ActionPeek : QAction {
+// receivers() is protected. A derived class may name it, and the pointer to member
+// it gives is QObject's own, called on the action as the QObject it is (casting the
+// action to a class it is not would be undefined behaviour).
+struct ReceiversAccess : QObject {
     using QObject::receivers;
 };
 
 int triggeredReceivers(QAction* a) {
-    return static_cast<ActionPeek*>(a)->receivers(SIGNAL(triggered(bool)));
+    int (QObject::*receivers)(const char*) const = &ReceiversAccess::receivers;
+    const QObject& object = *a;
+    return (object.*receivers)(SIGNAL(triggered(bool)));
 }
 
 // The menu itself listens to its actions; a command is a receiver beyond that.
