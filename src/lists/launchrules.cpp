@@ -7,7 +7,6 @@
 
 namespace pv {
 
-
 const char* const kExecutableWarning =
     "File extension is not in my list as valid associations\r\n"
     "(e.g Bat, cmd, exe) will execute. I will use Notepad for these file types.";

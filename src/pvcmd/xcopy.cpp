@@ -1,6 +1,6 @@
 // xcopy: copies files and directory trees.
 
-#include "pvcmd/filecopy.h"
+#include "platform/filecopy.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
 #include "pvcmd/toolhelp.h"
@@ -457,7 +457,7 @@ class XcopyRun {
             return Outcome::Copied;
         if (m_destIsDirectory && !makeDirectory(dest))
             return Outcome::Failed;
-        FileCopyResult result = m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
+        pv::FileCopyResult result = m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
             if (result.error == ENOSPC || result.error == EDQUOT)
                 writeLine(m_io.err, "Insufficient disk space");
@@ -493,7 +493,7 @@ class XcopyRun {
     bool m_destIsDirectory = true;
     bool m_overwriteAll = false;
     std::vector<std::string> m_excludes;
-    FileCopier m_copier;
+    pv::FileCopier m_copier;
     std::string m_lastMadeDirectory;
 };
 

@@ -1,4 +1,4 @@
-#include "pvcmd/filecopy.h"
+#include "platform/filecopy.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 
 struct Way {
     const char* name;
-    pvcmd::FileCopier::Methods methods;
+    pv::FileCopier::Methods methods;
 };
 
 bool namelessFilesWork(const std::string& dir) {
@@ -39,7 +39,7 @@ TEST_P(FileCopyWays, NewAndReplacedFilesAreWholeWithTimeAndMode) {
     dir.write("dst/big.dat", "old contents");
     dir.mkdir("dst");
 
-    pvcmd::FileCopier copier(way.methods);
+    pv::FileCopier copier(way.methods);
     struct Copy {
         std::string from, to;
         bool keepMode;
@@ -48,7 +48,7 @@ TEST_P(FileCopyWays, NewAndReplacedFilesAreWholeWithTimeAndMode) {
                   {empty, dir / "dst/empty.dat", false}};
     for (const Copy& c : copies) {
         SCOPED_TRACE(c.to);
-        pvcmd::FileCopyResult r = copier.copy(c.from, c.to, c.keepMode, true);
+        pv::FileCopyResult r = copier.copy(c.from, c.to, c.keepMode, true);
         ASSERT_TRUE(r.ok) << r.error;
         struct stat from {
         }, to{};

@@ -1,5 +1,6 @@
 #include "app/ui/mdiform1.h"
 
+#include "about/ui/frmabout.h"
 #include "app/errorpolicy.h"
 #include "app/optionswitches.h"
 #include "app/programpaths.h"
@@ -8,6 +9,7 @@
 #include "compare/ui/pairview.h"
 #include "compare/ui/pairviewcompare.h"
 #include "editor/ui/fileopen.h"
+#include "lists/ui/listcommands.h"
 #include "platform/process.h"
 #include "platform/prompter.h"
 #include "settings/settings.h"
@@ -82,6 +84,8 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     createMenus();
     connectCommands();
     connectCompareCommands(*this);
+    connectListCommands(*this);
+    connectAboutCommand(*this);
     connectEditorCommands(*this);
     connectSideBySideCommands(*this);
     disableItemsWithoutCommand();

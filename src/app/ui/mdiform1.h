@@ -108,5 +108,7 @@ private:
 
 // The main window of the running program (nullptr before it exists).
 MDIForm1* mainWindow();
+// Every open compare window, whatever its tag, in opening order.
+std::vector<Pairview*> compareWindows();
 
 } // namespace pv

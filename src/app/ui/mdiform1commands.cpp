@@ -74,15 +74,6 @@ class FrameLaunchHost : public LaunchHost {
     MDIForm1& m_frame;
 };
 
-std::vector<Pairview*> compareWindows() {
-    std::vector<Pairview*> out;
-    for (QWidget* f : FormRegistry::openForms())
-        if (f->objectName().toUpper() == "PAIRVIEW")
-            if (auto* p = qobject_cast<Pairview*>(f))
-                out.push_back(p);
-    return out;
-}
-
 // A menu caption as a message names it: without its mnemonic markers ("&&" stays "&").
 std::string plainCaption(const QAction* a) {
     QString text = a->text();
@@ -104,6 +95,15 @@ PaneSelection selectionOf(Pairview& window, Side side) {
 }
 
 } // namespace
+
+std::vector<Pairview*> compareWindows() {
+    std::vector<Pairview*> out;
+    for (QWidget* f : FormRegistry::openForms())
+        if (f->objectName().toUpper() == "PAIRVIEW")
+            if (auto* p = qobject_cast<Pairview*>(f))
+                out.push_back(p);
+    return out;
+}
 
 void MDIForm1::connectCommands() {
     auto bind = [this](const char* name, auto command) {

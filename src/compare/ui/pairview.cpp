@@ -88,6 +88,7 @@ Pairview::Pairview(MDIForm1* frame, QWidget* parent) : QWidget(parent), m_frame(
     for (Side side : {Side::Left, Side::Right})
         connectPane(side);
     connectCompareControls();
+    connectListControls();
     connectScriptControls();
     if (m_frame) {
         connect(findChild<QPushButton*>("ShowINI"), &QPushButton::clicked, this,
@@ -261,6 +262,9 @@ QWidget* Pairview::createCommandArea() {
     for (int r = 0; r < 2; ++r)
         for (int c = 0; c < 5; ++c)
             grid->addWidget(rows[r][c], r, c);
+    grid->addWidget(button(area, "ShowEditors", "Show Editors", "Show the list of editors"), 2, 0);
+    grid->addWidget(button(area, "ShowFavorites", "ShowFavorites", "Show the list of favorites"),
+                    2, 1);
     grid->addWidget(copyList, 0, 5, 2, 1);
     grid->addWidget(output, 0, 6, 2, 1);
     grid->addWidget(capture, 0, 7, 1, 2);
@@ -268,10 +272,6 @@ QWidget* Pairview::createCommandArea() {
     grid->addWidget(fcN, 1, 8);
     grid->addWidget(stop, 0, 9, 2, 1);
     grid->setColumnStretch(10, 1);
-    // Buttons whose commands are not part of this window yet stay visible but
-    // cannot be pressed, rather than doing nothing.
-    for (const char* name : {"CopySelected", "AddFavorite"})
-        area->findChild<QPushButton*>(name)->setEnabled(false);
     return area;
 }
 

@@ -7,6 +7,7 @@
 #include <array>
 #include <memory>
 #include <string>
+#include <vector>
 
 class QComboBox;
 class QLineEdit;
@@ -99,6 +100,19 @@ public:
     // The task number of the last program this window started.
     long lastTask = 0;
 
+    // The list commands (pairviewlists.cpp): favorites, the list forms, copying a
+    // file between the panes.
+    Q_INVOKABLE void AddFavorite_Click();
+    void ShowEditors_Click();
+    void ShowFavorites_Click();
+    void CopyList_Click();
+    void CopySelected_Click();
+    // Moves a pane to a favorite directory (its drive first, unless it is a network
+    // path). Throws RuntimeError, leaving the pane as it was, when the directory
+    // cannot be opened.
+    void goToFavorite(Side side, const std::string& favorite);
+    // Both network-path boxes hold exactly `paths`.
+    void fillNetworkDrives(const std::vector<std::string>& paths);
     // The search and script commands (pairviewscripts.cpp). The main window's
     // menu items call them by name.
     Q_INVOKABLE void FindFile_Click();
@@ -149,6 +163,7 @@ private:
     static int index(Side side) { return side == Side::Left ? 0 : 1; }
 
     void connectCompareControls();
+    void connectListControls();
     void connectScriptControls();
     void createControls();
     void createPane(Side side);

@@ -1,4 +1,5 @@
 #include "app/ui/commandsfixture.h"
+#include "lists/favorites.h"
 #include "lists/launchrules.h"
 #include "scripts/scriptcommands.h"
 
@@ -87,6 +88,7 @@ class MenuWalk : public CommandsTest {
                 const bool explained = m.rfind(caption + "\r\n", 0) == 0 ||
                                        m == pv::kSelectFileLastClicked || m == pv::kNoIsqlEditor ||
                                        m == pv::kNoAssociationText || m == pv::kExecutableWarning ||
+                                       m == pv::kNoFavoriteCandidate ||
                                        kScriptCommandTexts.count(m) ||
                                        // file dialogs, recorded beside the messages
                                        m.rfind("open: ", 0) == 0 || m.rfind("save: ", 0) == 0;

@@ -1,4 +1,4 @@
-#include "pvcmd/filecopy.h"
+#include "platform/filecopy.h"
 
 #include <cerrno>
 #include <chrono>
@@ -9,7 +9,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace pvcmd {
+namespace pv {
 
 namespace {
 
@@ -232,4 +232,12 @@ FileCopyResult FileCopier::copy(const std::string& source, const std::string& de
     return result;
 }
 
-} // namespace pvcmd
+FileCopyResult copyFileReplacing(const std::string& source, const std::string& destination) {
+    // A rename replaces a read-only file as well; the system's copy refuses to.
+    struct stat st;
+    if (::stat(destination.c_str(), &st) == 0 && ::access(destination.c_str(), W_OK) != 0)
+        return FileCopyResult{false, errno};
+    return FileCopier().copy(source, destination, true, false);
+}
+
+} // namespace pv

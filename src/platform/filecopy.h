@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace pvcmd {
+namespace pv {
 
 struct FileCopyResult {
     bool ok = false;
@@ -52,4 +52,8 @@ class FileCopier {
     bool m_usedReadWrite = false;
 };
 
-} // namespace pvcmd
+// The system's plain file copy: replaces an existing destination unless it is
+// read-only (EACCES), keeps the source's permission bits and last-write time.
+FileCopyResult copyFileReplacing(const std::string& source, const std::string& destination);
+
+} // namespace pv
