@@ -94,7 +94,6 @@ private:
     void connectCommands();
     void disableItemsWithoutCommand();
     void refreshCompareWindow(Pairview* window, bool stamp);
-    void forwardToActive(const char* procedure);
     void tileChildren(Qt::Orientation orientation);
     void restorePlacement();
     void savePlacement();

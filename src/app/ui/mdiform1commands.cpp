@@ -26,7 +26,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
-#include <QMetaObject>
 #include <QPointer>
 #include <QTimer>
 
@@ -118,25 +117,22 @@ void MDIForm1::connectCommands() {
     };
 
     // Forwarders to the active compare window; the compare commands are the compare
-    // window's own. A procedure the compare window does not have stays unbound, so
-    // its item shows disabled rather than failing when chosen.
-    const auto hasProcedure = [](const char* procedure) {
-        return Pairview::staticMetaObject.indexOfMethod(
-                   QMetaObject::normalizedSignature((std::string(procedure) + "()").c_str())) >= 0;
-    };
-    const auto forward = [this, bind, hasProcedure](const char* name, const char* procedure) {
-        if (hasProcedure(procedure))
-            bind(name, [this, procedure] { forwardToActive(procedure); });
-    };
-    forward("mnuFindFile", "FindFile_Click");
-    forward("mnuFindText", "FindTheText");
-    forward("mnuXcopy", "CreateXcopy_Click");
-    forward("mnu_Edit_RunShell", "RunShell_Click");
-    if (hasProcedure("AddFavorite_Click"))
-        bind("AddFavorites", [this] {
-            if (Pairview* p = defaultCompareWindow(false))
-                QMetaObject::invokeMethod(p, "AddFavorite_Click", Qt::DirectConnection);
+    // window's own.
+    using Command = void (CompareWindowCommands::*)();
+    const auto forward = [this, bind](const char* name, Command command) {
+        bind(name, [this, command] {
+            if (CompareWindowCommands* w = activeCompareWindow())
+                (w->*command)();
         });
+    };
+    forward("mnuFindFile", &CompareWindowCommands::FindFile_Click);
+    forward("mnuFindText", &CompareWindowCommands::FindTheText);
+    forward("mnuXcopy", &CompareWindowCommands::CreateXcopy_Click);
+    forward("mnu_Edit_RunShell", &CompareWindowCommands::RunShell_Click);
+    bind("AddFavorites", [this] {
+        if (CompareWindowCommands* w = defaultCompareWindow(false))
+            w->AddFavorite_Click();
+    });
 
     bind("mnu_notes", open([] { return std::string("Notes.txt"); }));
     bind("ShowINI", open([&g] { return g.paths.settingsPath; }));
@@ -178,14 +174,6 @@ void MDIForm1::connectCommands() {
         connect(a, &QAction::triggered, this, [this, i] { mnuEditor_Click(i); });
 
     connect(m_timer, &QTimer::timeout, this, &MDIForm1::Timer1_Timer);
-}
-
-void MDIForm1::forwardToActive(const char* procedure) {
-    Pairview* p = activeCompareWindow();
-    if (!p)
-        return;
-    if (!QMetaObject::invokeMethod(p, procedure, Qt::DirectConnection))
-        throw RuntimeError(0, std::string("The compare window has no command ") + procedure);
 }
 
 void MDIForm1::AddRecent(std::string& path) {

@@ -3,6 +3,8 @@
 // and a file list, with one shared file pattern and editor choice. Every change of
 // a pane is written to the window's own settings section ("LASTFILE" + tag) at once.
 
+#include "app/ui/comparewindowcommands.h"
+
 #include <QWidget>
 #include <array>
 #include <memory>
@@ -30,7 +32,7 @@ class FileListBox;
 
 enum class Side { Left = 0, Right = 1 };
 
-class Pairview : public QWidget {
+class Pairview : public QWidget, public CompareWindowCommands {
     Q_OBJECT
 public:
     explicit Pairview(MDIForm1* frame, QWidget* parent = nullptr);
@@ -102,7 +104,7 @@ public:
 
     // The list commands (pairviewlists.cpp): favorites, the list forms, copying a
     // file between the panes.
-    Q_INVOKABLE void AddFavorite_Click();
+    void AddFavorite_Click() override;
     void ShowEditors_Click();
     void ShowFavorites_Click();
     void CopyList_Click();
@@ -113,13 +115,13 @@ public:
     void goToFavorite(Side side, const std::string& favorite);
     // Both network-path boxes hold exactly `paths`.
     void fillNetworkDrives(const std::vector<std::string>& paths);
-    // The search and script commands (pairviewscripts.cpp). The main window's
-    // menu items call them by name.
-    Q_INVOKABLE void FindFile_Click();
-    Q_INVOKABLE void FindTheText();
-    Q_INVOKABLE void FindText_Click();
-    Q_INVOKABLE void CreateXcopy_Click();
-    Q_INVOKABLE void RunShell_Click();
+    // The search and script commands (pairviewscripts.cpp); the main window's menu
+    // items reach them through CompareWindowCommands.
+    void FindFile_Click() override;
+    void FindTheText() override;
+    void FindText_Click();
+    void CreateXcopy_Click() override;
+    void RunShell_Click() override;
 
     // Ticks StopProcessing, so a running walk stops at its next level.
     void requestStop();
