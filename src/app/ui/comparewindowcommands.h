@@ -6,14 +6,14 @@
 namespace pv {
 
 class CompareWindowCommands {
-public:
+  public:
     virtual void FindFile_Click() = 0;
     virtual void FindTheText() = 0;
     virtual void CreateXcopy_Click() = 0;
     virtual void RunShell_Click() = 0;
     virtual void AddFavorite_Click() = 0;
 
-protected:
+  protected:
     ~CompareWindowCommands() = default;
 };
 
