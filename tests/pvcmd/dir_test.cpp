@@ -1,6 +1,6 @@
+#include "pvcmdtestutil.h"
+
 #include "pvcmd/dirformat.h"
-#include "support/temptree.h"
-#include "toolrun.h"
 
 #include <gtest/gtest.h>
 
@@ -37,16 +37,16 @@ class DirListing : public ::testing::Test {
     void SetUp() override {
         setenv("TZ", "UTC", 1);
         tzset();
-        m_dir.write("top/alpha.txt", std::string(12345, 'a'));
-        m_dir.write("top/Beta.log", "");
-        m_dir.write("top/.hid", "abc");
-        m_dir.write("top/sub/c.txt", "c");
-        m_dir.write("top/sub/inner.txt", std::string(1000, 'i'));
-        pvtest::setMTime(m_dir / "top/alpha.txt", kAlpha);
-        pvtest::setMTime(m_dir / "top/Beta.log", kBeta);
-        pvtest::setMTime(m_dir / "top/.hid", kHidden);
-        pvtest::setMTime(m_dir / "top/sub/c.txt", kBeta);
-        pvtest::setMTime(m_dir / "top/sub/inner.txt", kInner);
+        struct File {
+            const char* name;
+            std::string bytes;
+            long long time;
+        };
+        for (const File& f :
+             {File{"alpha.txt", std::string(12345, 'a'), kAlpha}, File{"Beta.log", "", kBeta},
+              File{".hid", "abc", kHidden}, File{"sub/c.txt", "c", kBeta},
+              File{"sub/inner.txt", std::string(1000, 'i'), kInner}})
+            pvtest::setMTime(m_dir.write(std::string("top/") + f.name, f.bytes), f.time);
         pvtest::setMTime(m_dir / "top/sub", kSub);
         pvtest::setMTime(m_dir / "top", kTop);
         pvtest::setMTime(m_dir.str(), kTop);
@@ -78,22 +78,20 @@ class DirListing : public ::testing::Test {
         return text;
     }
 
-    pvtest::ToolResult run(pvcmd::ToolArgs args, const std::string& where = "top") {
-        return pvtest::runTool(pvcmd::dirMain, m_dir / where, args);
+    pvcmdtest::ToolResult run(pvcmd::ToolArgs args, const std::string& where = "top") {
+        return pvcmdtest::runTool(pvcmd::dirMain, m_dir / where, args);
     }
 
     pvtest::TempDir m_dir;
 };
 
-TEST_F(DirListing, DefaultLayout) {
-    auto r = run({});
-    EXPECT_EQ(normalised(r.out), golden("tools-dir-default.txt"));
-    EXPECT_EQ(r.code, 0);
-}
-
-TEST_F(DirListing, SubdirectoriesWithTotals) {
-    auto r = run({"/s", "*.txt"});
-    EXPECT_EQ(normalised(r.out), golden("tools-dir-s.txt"));
+TEST_F(DirListing, LayoutsMatchTheirGoldenFiles) {
+    EXPECT_EQ(normalised(run({}).out), golden("tools-dir-default.txt"));
+    EXPECT_EQ(normalised(run({"/s", "*.txt"}).out), golden("tools-dir-s.txt"));
+    for (int i = 0; i < 9; ++i)
+        m_dir.write("top/file" + std::to_string(i) + ".dat", "x");
+    EXPECT_EQ(normalised(run({"/w"}).out), golden("tools-dir-w.txt"));
+    EXPECT_EQ(normalised(run({"/d"}).out), golden("tools-dir-d.txt"));
 }
 
 // A link counts as a file or directory of its own, without its target's size.
@@ -104,13 +102,6 @@ TEST_F(DirListing, LinksCountWithoutTheirTargetsSize) {
     EXPECT_NE(out.find("               3 File(s)         12,345 bytes\n"), std::string::npos)
         << out;
     EXPECT_NE(out.find("               4 Dir(s)  FREE bytes free\n"), std::string::npos) << out;
-}
-
-TEST_F(DirListing, WideAndByColumn) {
-    for (int i = 0; i < 9; ++i)
-        m_dir.write("top/file" + std::to_string(i) + ".dat", "x");
-    EXPECT_EQ(normalised(run({"/w"}).out), golden("tools-dir-w.txt"));
-    EXPECT_EQ(normalised(run({"/d"}).out), golden("tools-dir-d.txt"));
 }
 
 // Each row lists only the entry lines (between the blank lines) of one run in "top".
@@ -190,56 +181,26 @@ TEST_F(DirListing, NothingFound) {
     EXPECT_EQ(normalised(r.out).find("File(s)"), std::string::npos);
 }
 
-TEST_F(DirListing, MissingDirectory) {
+TEST_F(DirListing, ErrorsAndHelp) {
     auto r = run({"nodir/*.txt"});
     EXPECT_EQ(r.err, "The system cannot find the path specified.\r\n");
     EXPECT_EQ(r.code, 1);
-}
-
-TEST_F(DirListing, BadSwitch) {
-    auto r = run({"/z"});
+    r = run({"/z"});
     EXPECT_EQ(r.err, "Invalid switch - \"z\".\r\n");
     EXPECT_EQ(r.out, "");
-}
-
-TEST_F(DirListing, HelpText) {
-    auto r = run({"/?"});
+    r = run({"/?"});
     EXPECT_EQ(r.out.substr(0, 61),
               "Displays a list of files and subdirectories in a directory.\r\n");
     EXPECT_EQ(r.code, 0);
 }
 
-TEST(DirFormatLines, SummaryAndSizeFields) {
-    EXPECT_EQ(DirFormat::filesLine(2, 12345, true),
-              "               2 File(s)         12,345 bytes");
-    EXPECT_EQ(DirFormat::dirsLine(5, 10452459520ULL, true),
-              "               5 Dir(s)  10,452,459,520 bytes free");
-    // Wider numbers widen the field instead of being cut.
+// Wider numbers widen the field instead of being cut.
+TEST(DirFormatLines, WideNumbersWidenTheField) {
     EXPECT_EQ(DirFormat::dirsLine(5, 1234567890123456ULL, false),
               "               5 Dir(s)  1234567890123456 bytes free");
-    EXPECT_EQ(DirFormat::sizeField("<DIR>", 0, true), "<DIR>         ");
-    EXPECT_EQ(DirFormat::sizeField("", 1234567, true), "     1,234,567");
+    EXPECT_EQ(DirFormat::dirsLine(5, 10452459520ULL, true),
+              "               5 Dir(s)  10,452,459,520 bytes free");
 }
-
-TEST(DirFormatLines, TwelveHourClock) {
-    setenv("TZ", "UTC", 1);
-    tzset();
-    EXPECT_EQ(DirFormat::dateTime({0, 0}), "01/01/1970  12:00 AM");
-    EXPECT_EQ(DirFormat::dateTime({12 * 3600 + 5 * 60, 0}), "01/01/1970  12:05 PM");
-    EXPECT_EQ(DirFormat::dateTime({23 * 3600 + 59 * 60, 0}), "01/01/1970  11:59 PM");
-}
-
-TEST(DirFormatLines, WideColumnsFitEightyCharacters) {
-    std::vector<std::string> names(7, std::string(24, 'n'));
-    auto lines = DirFormat::wide(names, false);
-    ASSERT_EQ(lines.size(), 3u); // 26-character columns: three per line
-    EXPECT_EQ(lines[0].size(), 26u * 2 + 24);
-    EXPECT_EQ(lines[2], std::string(24, 'n'));
-}
-
-} // namespace
-
-namespace {
 
 TEST(DirAccess, UnreadableDirectoryIsReported) {
     if (::geteuid() == 0)
@@ -248,7 +209,7 @@ TEST(DirAccess, UnreadableDirectoryIsReported) {
     dir.write("locked/x.txt", "x");
     std::filesystem::permissions(dir / "locked", std::filesystem::perms::owner_read,
                                  std::filesystem::perm_options::remove);
-    auto r = pvtest::runTool(pvcmd::dirMain, dir.str(), {"locked"});
+    auto r = pvcmdtest::runTool(pvcmd::dirMain, dir.str(), {"locked"});
     EXPECT_EQ(r.err, "Access is denied.\r\n");
     EXPECT_EQ(r.code, 1);
 }

@@ -1,29 +1,29 @@
+#include "platform/wildcard.h"
 #include "pvcmd/filemask.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-struct MaskCase {
-    const char* mask;
-    const char* name;
-    bool matches;
-};
-
-TEST(FileMask, MatchesWithoutCase) {
-    const MaskCase rows[] = {
-        {"*.txt", "a.TXT", true},
-        {"*.txt", "a.txt.bak", false},
-        {"a?c", "abc", true},
-        {"a?c", "ac", false},
-        {"*.*", "noext", true},
-        {"*", "", true},
-        {"*a*a*b", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaac", false},
-        {"x*y*z", "xAyBz", true},
-        {"[a].txt", "[A].TXT", true},
+TEST(Wildcard, MatchesAsTheCommandToolsDo) {
+    struct Row {
+        const char* mask;
+        const char* name;
+        bool matches;
     };
-    for (const MaskCase& row : rows)
-        EXPECT_EQ(pvcmd::FileMask(row.mask).matches(row.name), row.matches)
+    // clang-format off
+    const Row rows[] = {
+        {"*.*", "noext", true}, {"*.*", "a.b.c", true}, {"*", "", true},
+        {"a.*", "a", true}, {"a.*", "ab", false},
+        {"*.txt", "a.TXT", true}, {"*.TXT", "read.me.txt", true}, {"*.txt", "a.txt.bak", false},
+        {"*.c", "x.cpp", false}, {"Exact.Name", "exact.name", true}, {"[a].txt", "[A].TXT", true},
+        {"?.c", "a.c", true}, {"?.c", "ab.c", false}, {"a?c", "ac", false},
+        {"a*b*c", "aXbYbZc", true}, {"a*b*c", "aXbYcZ", false},
+        {"*a*a*b", "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaac", false},
+    };
+    // clang-format on
+    for (const Row& row : rows)
+        EXPECT_EQ(pv::wildcardMatch(row.name, row.mask), row.matches)
             << row.mask << " ~ " << row.name;
 }
 

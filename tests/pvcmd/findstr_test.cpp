@@ -1,6 +1,6 @@
+#include "pvcmdtestutil.h"
+
 #include "pvcmd/findstrmatcher.h"
-#include "support/temptree.h"
-#include "toolrun.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 #include <unistd.h>
 
 using pvcmd::FindstrMatcher;
-using pvtest::runTool;
+using pvcmdtest::runTool;
 
 namespace {
 
@@ -109,128 +109,65 @@ TEST(FindstrRegexTranslation, KeepsMetacharactersOfPcreLiteral) {
 }
 
 TEST(FindstrRegexDetection, DecidesTheDefaultMode) {
-    EXPECT_TRUE(FindstrMatcher::looksLikeRegex("a.b"));
-    EXPECT_TRUE(FindstrMatcher::looksLikeRegex("^ab"));
-    EXPECT_TRUE(FindstrMatcher::looksLikeRegex("ab$"));
-    EXPECT_FALSE(FindstrMatcher::looksLikeRegex("a^b"));
-    EXPECT_FALSE(FindstrMatcher::looksLikeRegex("a$b"));
-    EXPECT_FALSE(FindstrMatcher::looksLikeRegex("plain words"));
+    for (const char* regex : {"a.b", "^ab", "ab$"})
+        EXPECT_TRUE(FindstrMatcher::looksLikeRegex(regex)) << regex;
+    for (const char* literal : {"a^b", "a$b", "plain words"})
+        EXPECT_FALSE(FindstrMatcher::looksLikeRegex(literal)) << literal;
 }
 
-// A tree with two levels for the file-selection rows.
-class FindstrFiles : public ::testing::Test {
-  protected:
-    void SetUp() override {
-        m_dir.write("a.c", "int needle;\n");
-        m_dir.write("b.h", "// needle here\r\nnothing\r\n");
-        m_dir.write("c.txt", "needle in text\n");
-        m_dir.write(".hidden.c", "needle hidden\n");
-        m_dir.write("sub/d.c", "no match\nneedle deep\n");
-        m_dir.write("sub/deeper/e.H", "needle upper mask\n");
-        m_dir.write(".git/f.c", "needle in dot dir\n");
-    }
-    pvtest::ToolResult run(pvcmd::ToolArgs args, const std::string& input = {}) {
-        return runTool(pvcmd::findstrMain, m_dir.str(), args, input);
-    }
-    pvtest::TempDir m_dir;
-};
-
-TEST_F(FindstrFiles, SingleNamedFileHasNoPrefix) {
-    auto r = run({"needle", "a.c"});
-    EXPECT_EQ(r.out, "int needle;\n");
-}
-
-TEST_F(FindstrFiles, SeveralNamesGetPrefixes) {
-    auto r = run({"/n", "needle", "c.txt", "a.c"});
-    EXPECT_EQ(r.out, "c.txt:1:needle in text\na.c:1:int needle;\n");
-}
-
-TEST_F(FindstrFiles, MasksInCurrentDirectorySkipDotFiles) {
-    auto r = run({"needle", "*.c", "*.H"});
-    EXPECT_EQ(r.out, "a.c:int needle;\nb.h:// needle here\r\n");
-    EXPECT_EQ(r.code, 0);
-}
-
-TEST_F(FindstrFiles, SubdirectoriesAreRelativeToStart) {
-    auto r = run({"/s", "/c:needle", "*.c", "*.h"});
-    EXPECT_EQ(r.out, "a.c:int needle;\n"
-                     "b.h:// needle here\r\n"
-                     "sub/d.c:needle deep\n"
-                     "sub/deeper/e.H:needle upper mask\n");
-}
-
-TEST_F(FindstrFiles, SubdirectoriesWithNamesOnlyAndPlainName) {
-    auto r = run({"/s", "/m", "needle", "d.c"});
-    EXPECT_EQ(r.out, "sub/d.c\r\n");
-}
-
-TEST_F(FindstrFiles, MaskWithDirectoryPart) {
-    auto r = run({"/n", "needle", "sub/*.c"});
-    EXPECT_EQ(r.out, "sub/d.c:2:needle deep\n");
-}
-
-TEST_F(FindstrFiles, MissingFilesAreReportedAndSearchGoesOn) {
-    auto r = run({"needle", "nope.txt", "*.cfg", "a.c"});
-    EXPECT_EQ(r.err, "FINDSTR: Cannot open nope.txt\r\nFINDSTR: Cannot open *.cfg\r\n");
-    EXPECT_EQ(r.out, "a.c:int needle;\n");
-    EXPECT_EQ(r.code, 0);
-}
-
-TEST_F(FindstrFiles, MissingFileWithoutMatchIsAnError) {
-    auto r = run({"needle", "nope.txt"});
-    EXPECT_EQ(r.code, 2);
-    EXPECT_EQ(r.out, "");
-}
-
-TEST_F(FindstrFiles, DirectoryListSwitch) {
-    auto r = run({"/d:sub;sub/deeper", "needle", "*.*"});
-    EXPECT_EQ(r.out, "sub/d.c:needle deep\nsub/deeper/e.H:needle upper mask\n");
-}
-
-TEST_F(FindstrFiles, FileListFromStandardInput) {
-    auto r = run({"/f:/", "needle"}, "c.txt\r\nsub/d.c\r\n");
-    EXPECT_EQ(r.out, "c.txt:needle in text\nsub/d.c:needle deep\n");
-}
-
-TEST_F(FindstrFiles, StringsFromFile) {
-    m_dir.write("strings.lst", "deep\r\nint\r\n");
-    auto r = run({"/g:strings.lst", "/s", "*.c"});
-    EXPECT_EQ(r.out, "a.c:int needle;\nsub/d.c:needle deep\n");
-}
-
-TEST_F(FindstrFiles, StandardInputWithoutFiles) {
-    auto r = run({"/n", "b"}, "a\nb\nc\n");
-    EXPECT_EQ(r.out, "2:b\n");
-}
-
-TEST_F(FindstrFiles, NonPrintableFilesSkippedOnlyWithP) {
-    m_dir.write("bin.dat", std::string("needle\0\x01\n", 9));
-    EXPECT_EQ(run({"/p", "/m", "needle", "*.dat"}).code, 1);
-    EXPECT_EQ(run({"/m", "needle", "*.dat"}).out, "bin.dat\r\n");
-}
-
-TEST_F(FindstrFiles, OfflineAndColourAccepted) {
-    auto r = run({"/offline", "/a:1f", "needle", "a.c"});
-    EXPECT_EQ(r.out, "int needle;\n");
-}
-
-TEST_F(FindstrFiles, BadCommandLines) {
-    for (const pvcmd::ToolArgs& args :
-         {pvcmd::ToolArgs{}, pvcmd::ToolArgs{"/q", "x", "a.c"}, pvcmd::ToolArgs{"/i"}}) {
-        auto r = run(args);
-        EXPECT_EQ(r.err, "FINDSTR: Bad command line\r\n");
-        EXPECT_EQ(r.code, 2);
+// File selection in a tree with two levels, dot files and a dot directory.
+TEST(FindstrFiles, SelectsFilesAndNamesThem) {
+    pvtest::TempDir dir;
+    dir.write("a.c", "int needle;\n");
+    dir.write("b.h", "// needle here\r\nnothing\r\n");
+    dir.write("c.txt", "needle in text\n");
+    dir.write(".hidden.c", "needle hidden\n");
+    dir.write("sub/d.c", "no match\nneedle deep\n");
+    dir.write("sub/deeper/e.H", "needle upper mask\n");
+    dir.write(".git/f.c", "needle in dot dir\n");
+    dir.write("strings.lst", "deep\r\nint\r\n");
+    dir.write("bin.dat", std::string("needle\0\x01\n", 9));
+    const std::string bad = "FINDSTR: Bad command line\r\n";
+    struct Row {
+        const char* name;
+        pvcmd::ToolArgs args;
+        std::string input;
+        std::string out;
+        std::string err;
+        int code;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {"SingleNamedFileHasNoPrefix", {"needle", "a.c"}, "", "int needle;\n", "", 0},
+        {"SeveralNamesGetPrefixes", {"/n", "needle", "c.txt", "a.c"}, "", "c.txt:1:needle in text\na.c:1:int needle;\n", "", 0},
+        {"MasksInCurrentDirectorySkipDotFiles", {"needle", "*.c", "*.H"}, "", "a.c:int needle;\nb.h:// needle here\r\n", "", 0},
+        {"SubdirectoriesAreRelativeToStart", {"/s", "/c:needle", "*.c", "*.h"}, "",
+         "a.c:int needle;\nb.h:// needle here\r\nsub/d.c:needle deep\nsub/deeper/e.H:needle upper mask\n", "", 0},
+        {"SubdirectoriesWithNamesOnlyAndPlainName", {"/s", "/m", "needle", "d.c"}, "", "sub/d.c\r\n", "", 0},
+        {"MaskWithDirectoryPart", {"/n", "needle", "sub/*.c"}, "", "sub/d.c:2:needle deep\n", "", 0},
+        {"MissingFilesAreReportedAndSearchGoesOn", {"needle", "nope.txt", "*.cfg", "a.c"}, "", "a.c:int needle;\n",
+         "FINDSTR: Cannot open nope.txt\r\nFINDSTR: Cannot open *.cfg\r\n", 0},
+        {"MissingFileWithoutMatchIsAnError", {"needle", "nope.txt"}, "", "", "FINDSTR: Cannot open nope.txt\r\n", 2},
+        {"DirectoryListSwitch", {"/d:sub;sub/deeper", "needle", "*.*"}, "", "sub/d.c:needle deep\nsub/deeper/e.H:needle upper mask\n", "", 0},
+        {"FileListFromStandardInput", {"/f:/", "needle"}, "c.txt\r\nsub/d.c\r\n", "c.txt:needle in text\nsub/d.c:needle deep\n", "", 0},
+        {"StringsFromFile", {"/g:strings.lst", "/s", "*.c"}, "", "a.c:int needle;\nsub/d.c:needle deep\n", "", 0},
+        {"StandardInputWithoutFiles", {"/n", "b"}, "a\nb\nc\n", "2:b\n", "", 0},
+        {"NonPrintableFileSkippedWithP", {"/p", "/m", "needle", "*.dat"}, "", "", "", 1},
+        {"NonPrintableFileSearchedWithoutP", {"/m", "needle", "*.dat"}, "", "bin.dat\r\n", "", 0},
+        {"OfflineAndColourAccepted", {"/offline", "/a:1f", "needle", "a.c"}, "", "int needle;\n", "", 0},
+        {"AbsolutePathIsAFileNotASwitch", {"/c:needle", dir / "a.c"}, "", "int needle;\n", "", 0},
+        {"NoArguments", {}, "", "", bad, 2},
+        {"UnknownSwitch", {"/q", "x", "a.c"}, "", "", bad, 2},
+        {"NoString", {"/i"}, "", "", bad, 2},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        auto r = runTool(pvcmd::findstrMain, dir.str(), row.args, row.input);
+        EXPECT_EQ(r.out, row.out) << row.name;
+        EXPECT_EQ(r.err, row.err) << row.name;
+        EXPECT_EQ(r.code, row.code) << row.name;
     }
 }
-
-TEST_F(FindstrFiles, AbsolutePathIsAFileNotASwitch) {
-    auto r = run({"/c:needle", m_dir / "a.c"});
-    EXPECT_EQ(r.out, "int needle;\n");
-}
-
-} // namespace
-
-namespace {
 
 // A line on which PCRE2 gives up (it backtracks past its match limit) is named on
 // the error output; the lines after it are still searched, also with /v.
@@ -238,11 +175,11 @@ TEST(FindstrTooComplex, NamesTheLineAndSearchesOn) {
     pvtest::TempDir dir;
     dir.write("t.txt", "first c d\n" + std::string(4000, 'a') + " d\nlast a c d\n");
     const std::string pattern = "a*a*a*a*a*a*a*a*[bc] d";
-    auto r = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/r", "/n", pattern, "t.txt"});
+    auto r = runTool(pvcmd::findstrMain, dir.str(), {"/r", "/n", pattern, "t.txt"});
     EXPECT_EQ(r.out, "1:first c d\n3:last a c d\n");
     EXPECT_EQ(r.err, "FINDSTR: Line 2 of t.txt is too complex to search; it was skipped.\r\n");
     EXPECT_EQ(r.code, 0);
-    auto v = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/r", "/v", pattern, "t.txt"});
+    auto v = runTool(pvcmd::findstrMain, dir.str(), {"/r", "/v", pattern, "t.txt"});
     EXPECT_EQ(v.out, "");
 }
 
@@ -266,16 +203,12 @@ TEST(FindstrLargeFile, NumbersAndOffsetsAcrossChunks) {
     for (int i = 0; i < 1000; ++i)
         add(i == 999 ? "last needle" : "tail");
     dir.write("big.txt", text);
-    auto r = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/n", "/o", "needle", "big.txt"});
+    auto r = runTool(pvcmd::findstrMain, dir.str(), {"/n", "/o", "needle", "big.txt"});
     EXPECT_EQ(r.out.size(), expected.size());
     EXPECT_TRUE(r.out == expected);
-    auto m = pvtest::runTool(pvcmd::findstrMain, dir.str(), {"/m", "/v", "filler", "big.txt"});
+    auto m = runTool(pvcmd::findstrMain, dir.str(), {"/m", "/v", "filler", "big.txt"});
     EXPECT_EQ(m.out, "big.txt\r\n");
 }
-
-} // namespace
-
-namespace {
 
 // Appends everything written to a file, as a ">>" redirection does; stops writing
 // after `cap` bytes so that a search that feeds on its own output still ends.
@@ -328,14 +261,10 @@ TEST(FindstrOwnOutput, CaptureFileInTheTreeIsReadAsItWas) {
     EXPECT_EQ(pvtest::readFile(dir / "cap.txt").size(), expected.size());
 }
 
-} // namespace
-
-namespace {
-
 // Runs `tool` and, should it still wait after a few seconds, opens the pipe for
 // writing once so that a reader blocked on it gets its end and the test can fail.
-pvtest::ToolResult runBesidePipe(pvcmd::ToolMain tool, const std::string& dir,
-                                 const pvcmd::ToolArgs& args, const std::string& pipe) {
+pvcmdtest::ToolResult runBesidePipe(pvcmd::ToolMain tool, const std::string& dir,
+                                    const pvcmd::ToolArgs& args, const std::string& pipe) {
     auto running = std::async(std::launch::async, [&] { return runTool(tool, dir, args); });
     if (running.wait_for(std::chrono::seconds(5)) == std::future_status::timeout) {
         int fd = ::open(pipe.c_str(), O_WRONLY | O_NONBLOCK);

@@ -5,39 +5,19 @@
 #include "pvcmdtestutil.h"
 
 #include "pvcmd/interpreter.h"
-#include "pvcmd/tool.h"
+#include "support/envguard.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <random>
 
 namespace {
 
-class PathGuard {
-  public:
-    explicit PathGuard(const std::string& path) {
-        const char* old = std::getenv("PATH");
-        m_old = old ? old : "";
-        ::setenv("PATH", path.c_str(), 1);
-    }
-    ~PathGuard() { ::setenv("PATH", m_old.c_str(), 1); }
-
-  private:
-    std::string m_old;
-};
-
 std::vector<std::string> splitCrLf(const std::string& text) {
     std::vector<std::string> lines;
-    size_t start = 0;
-    while (start < text.size()) {
-        size_t end = text.find("\r\n", start);
-        if (end == std::string::npos) {
-            lines.push_back(text.substr(start));
-            break;
-        }
+    for (size_t start = 0, end; start < text.size(); start = end + 2) {
+        end = std::min(text.find("\r\n", start), text.size());
         lines.push_back(text.substr(start, end - start));
-        start = end + 2;
     }
     return lines;
 }
@@ -48,36 +28,29 @@ bool startsWith(const std::string& text, const std::string& prefix) {
 
 TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
     pvcmdtest::InTempDir here;
-    here.dir().mkdir("sub");
-    here.dir().write("a", "A\nB\n");
-    here.dir().write("b", "A\nC\n");
+    here.mkdir("sub");
+    here.write("a", "A\nB\n");
+    here.write("b", "A\nC\n");
     // No program can be found: random lines must not start anything. No token
     // starts with "/", so no redirection can name a file outside the directory.
-    PathGuard path(here.dir().mkdir("emptybin"));
+    pvtest::EnvGuard path("PATH", here.mkdir("emptybin"));
+    // clang-format off
     const std::vector<std::string> tokens = {
-        "echo",    "ECHO",      "echo.", "echo:",     "rem",        "@",      "@echo off",
-        "echo on", "cd",        "cd /d", "pushd",     "popd",       "sub",    "\"sub\"",
-        "C:",      "fc",        "FC",    "fc /b",     "FC /lb2 /n", "fc /x",  "a",
-        "b",       "\"a\"",     ">",     ">>",        "2>",         "2>&1",   "f",
-        "\"g h\"", "missing/y", "sub/x", "^",         "^>",         "\"",     "%",
-        "%1",      "%%",        "%~1",   " ",         "  ",         "\t",     "x",
-        "100%",    "&",         "|",     "exit /b 1", "pause",      "nosuch", std::string("\0", 1),
-        "\r",      "::"};
+        "echo", "ECHO", "echo.", "echo:", "rem", "@", "@echo off", "echo on", "cd", "cd /d",
+        "pushd", "popd", "sub", "\"sub\"", "C:", "fc", "FC", "fc /b", "FC /lb2 /n", "fc /x", "a",
+        "b", "\"a\"", ">", ">>", "2>", "2>&1", "f", "\"g h\"", "missing/y", "sub/x", "^", "^>",
+        "\"", "%", "%1", "%%", "%~1", " ", "  ", "\t", "x", "100%", "&", "|", "exit /b 1",
+        "pause", "nosuch", std::string("\0", 1), "\r", "::"};
+    const std::vector<std::string> knownErrors = {
+        "The system cannot find the path specified.", "Access is denied.",
+        "The syntax of the command is incorrect.", "The input line is too long.",
+        "There is not enough space on the disk.", "operable program or batch file.", "FC: ", "'"};
+    // clang-format on
     std::mt19937 rng(20261123);
-    const std::vector<std::string> knownErrors = {"The system cannot find the path specified.",
-                                                  "Access is denied.",
-                                                  "The syntax of the command is incorrect.",
-                                                  "The input line is too long.",
-                                                  "There is not enough space on the disk.",
-                                                  "operable program or batch file.",
-                                                  "FC: ",
-                                                  "'"};
     for (int round = 0; round < 3000; ++round) {
         std::string script;
-        int lines = 1 + static_cast<int>(rng() % 6);
-        for (int l = 0; l < lines; ++l) {
-            int words = static_cast<int>(rng() % 7);
-            for (int w = 0; w < words; ++w)
+        for (int l = 0, lines = 1 + static_cast<int>(rng() % 6); l < lines; ++l) {
+            for (int w = 0, words = static_cast<int>(rng() % 7); w < words; ++w)
                 script += tokens[rng() % tokens.size()] + (rng() % 3 ? " " : "");
             script += rng() % 2 ? "\r\n" : "\n";
         }
@@ -85,11 +58,9 @@ TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
         if (rng() % 3 == 0)
             args = {"s.cmd", "\"a b\"", "a"};
         std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
+        std::ostringstream out, err;
         pvcmd::ToolIo io{in, out, err};
-        pvcmd::Interpreter interpreter(io);
-        interpreter.runText(script, args);
+        pvcmd::Interpreter(io).runText(script, args);
         for (const std::string& line : splitCrLf(err.str())) {
             bool known = false;
             for (const std::string& prefix : knownErrors)
@@ -97,7 +68,7 @@ TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
             ASSERT_TRUE(known) << "unexpected error line [" << line << "] from script:\n" << script;
         }
         // Scripts may cd into sub; every round starts from the top again.
-        ASSERT_EQ(::chdir(here.dir().str().c_str()), 0);
+        std::filesystem::current_path(here.path());
     }
 }
 
@@ -106,20 +77,17 @@ TEST(Fuzz, ScriptsNeverCrashAndOnlyReportKnownErrors) {
 std::vector<std::string> referenceLines(const std::string& bytes) {
     std::vector<std::string> lines;
     std::string line;
-    bool open = false;
     for (char c : bytes) {
-        if (c == '\n' || c == '\0') {
-            if (c == '\n' && !line.empty() && line.back() == '\r')
-                line.pop_back();
-            lines.push_back(line);
-            line.clear();
-            open = false;
-        } else {
+        if (c != '\n' && c != '\0') {
             line += c;
-            open = true;
+            continue;
         }
+        if (c == '\n' && !line.empty() && line.back() == '\r')
+            line.pop_back();
+        lines.push_back(line);
+        line.clear();
     }
-    if (open)
+    if (!bytes.empty() && bytes.back() != '\n' && bytes.back() != '\0')
         lines.push_back(line);
     return lines;
 }
@@ -128,8 +96,7 @@ std::string randomText(std::mt19937& rng) {
     static const std::string alphabet[] = {
         "A", "B", "C", "a", " ", "\t", "\r", "\n", "\n", "\n", std::string("\0", 1)};
     std::string text;
-    int length = static_cast<int>(rng() % 40);
-    for (int i = 0; i < length; ++i)
+    for (int i = 0, length = static_cast<int>(rng() % 40); i < length; ++i)
         text += alphabet[rng() % std::size(alphabet)];
     return text;
 }
@@ -146,33 +113,29 @@ TEST(Fuzz, FcTextReportsAreConsistentWithTheFiles) {
         if (rng() % 4 == 0 || text2.empty()) {
             text2 = randomText(rng);
         } else {
-            int edits = 1 + static_cast<int>(rng() % 3);
-            for (int e = 0; e < edits && !text2.empty(); ++e)
+            for (int e = 0, edits = 1 + static_cast<int>(rng() % 3); e < edits; ++e)
                 text2[rng() % text2.size()] = "AB\nx"[rng() % 4];
         }
-        here.dir().write("a.txt", text1);
-        here.dir().write("b.txt", text2);
+        here.write("a.txt", text1);
+        here.write("b.txt", text2);
         pvcmd::ToolArgs args = {"/n"};
         for (const std::string& s : optional)
             if (rng() % 4 == 0)
                 args.push_back(s);
-        pvcmd::ToolArgs forward = args;
-        forward.insert(forward.end(), {"a.txt", "b.txt"});
         pvcmd::ToolArgs backward = args;
+        args.insert(args.end(), {"a.txt", "b.txt"});
         backward.insert(backward.end(), {"b.txt", "a.txt"});
-        pvcmdtest::ToolRun run = pvcmdtest::runTool(&pvcmd::fcMain, forward);
-        pvcmdtest::ToolRun back = pvcmdtest::runTool(&pvcmd::fcMain, backward);
+        auto run = pvcmdtest::runTool(&pvcmd::fcMain, here.str(), args);
+        auto back = pvcmdtest::runTool(&pvcmd::fcMain, here.str(), backward);
         std::string context = "files [" + text1 + "] [" + text2 + "]";
-        ASSERT_TRUE(run.rc == 0 || run.rc == 1) << context;
-        ASSERT_EQ(run.rc, back.rc) << "difference must be symmetric: " << context;
+        ASSERT_TRUE(run.code == 0 || run.code == 1) << context;
+        ASSERT_EQ(run.code, back.code) << "difference must be symmetric: " << context;
         std::vector<std::string> out = splitCrLf(run.out);
         ASSERT_FALSE(out.empty());
         ASSERT_EQ(out[0], "Comparing files a.txt and b.txt");
-        ASSERT_EQ(run.rc == 0, out.size() >= 2 && out[1] == "FC: no differences encountered")
+        ASSERT_EQ(run.code == 0, out.size() >= 2 && out[1] == "FC: no differences encountered")
             << context;
-        if (text1 == text2) {
-            ASSERT_EQ(run.rc, 0) << context;
-        }
+        ASSERT_TRUE(text1 != text2 || run.code == 0) << context;
 
         // Every numbered line shows that line of its file; within a side the
         // numbers run on by one (across "..." of /a they jump ahead).
@@ -186,29 +149,23 @@ TEST(Fuzz, FcTextReportsAreConsistentWithTheFiles) {
             if (line == "***** a.txt" || line == "***** b.txt") {
                 side = line == "***** a.txt" ? &lines1 : &lines2;
                 last = 0;
-                continue;
-            }
-            if (line == "*****" || line.empty() || startsWith(line, "Resync Failed.") ||
-                startsWith(line, "FC: no differences")) {
+            } else if (line == "*****" || line.empty() || startsWith(line, "Resync Failed.") ||
+                       startsWith(line, "FC: no differences")) {
                 side = nullptr;
-                continue;
-            }
-            if (line == "...") {
+            } else if (line == "...") {
                 skipped = true;
-                continue;
+            } else {
+                ASSERT_NE(side, nullptr) << "line outside a block: [" << line << "] " << context;
+                ASSERT_GE(line.size(), 8u);
+                long number = std::strtol(line.substr(0, 5).c_str(), nullptr, 10);
+                ASSERT_EQ(line.substr(5, 3), ":  ");
+                ASSERT_GE(number, 1);
+                ASSERT_LE(static_cast<size_t>(number), side->size()) << context;
+                EXPECT_EQ(line.substr(8), (*side)[static_cast<size_t>(number) - 1]) << context;
+                EXPECT_TRUE(last == 0 || skipped || number == last + 1) << context;
+                last = number;
+                skipped = false;
             }
-            ASSERT_NE(side, nullptr) << "line outside a block: [" << line << "] " << context;
-            ASSERT_GE(line.size(), 8u);
-            long number = std::strtol(line.substr(0, 5).c_str(), nullptr, 10);
-            ASSERT_EQ(line.substr(5, 3), ":  ");
-            ASSERT_GE(number, 1);
-            ASSERT_LE(static_cast<size_t>(number), side->size()) << context;
-            EXPECT_EQ(line.substr(8), (*side)[static_cast<size_t>(number) - 1]) << context;
-            if (last != 0 && !skipped) {
-                EXPECT_EQ(number, last + 1) << context;
-            }
-            last = number;
-            skipped = false;
         }
     }
 }
@@ -225,21 +182,17 @@ TEST(Fuzz, FcBinaryListsEveryDifferingByte) {
             bytes2.resize(rng() % 64, '\x01');
         for (int e = static_cast<int>(rng() % 4); e > 0 && !bytes2.empty(); --e)
             bytes2[rng() % bytes2.size()] = static_cast<char>(rng() % 4);
-        here.dir().write("a.bin", bytes1);
-        here.dir().write("b.bin", bytes2);
-        pvcmdtest::ToolRun run = pvcmdtest::runTool(&pvcmd::fcMain, {"a.bin", "b.bin"});
-        size_t common = std::min(bytes1.size(), bytes2.size());
-        size_t differing = 0;
-        for (size_t i = 0; i < common; ++i)
+        here.write("a.bin", bytes1);
+        here.write("b.bin", bytes2);
+        auto run = pvcmdtest::runTool(&pvcmd::fcMain, here.str(), {"a.bin", "b.bin"});
+        size_t differing = 0, listed = 0;
+        for (size_t i = 0; i < std::min(bytes1.size(), bytes2.size()); ++i)
             differing += bytes1[i] != bytes2[i];
-        std::vector<std::string> out = splitCrLf(run.out);
-        size_t listed = 0;
-        for (const std::string& line : out)
+        for (const std::string& line : splitCrLf(run.out))
             listed += line.size() == 15 && line[8] == ':';
         EXPECT_EQ(listed, differing);
-        EXPECT_EQ(run.rc, bytes1 == bytes2 ? 0 : 1);
-        bool longer = run.out.find("longer than") != std::string::npos;
-        EXPECT_EQ(longer, bytes1.size() != bytes2.size());
+        EXPECT_EQ(run.code, bytes1 == bytes2 ? 0 : 1);
+        EXPECT_EQ(run.out.find("longer than") != std::string::npos, bytes1.size() != bytes2.size());
     }
 }
 

@@ -5,49 +5,42 @@
 #include "pvcmd/tool.h"
 #include "support/temptree.h"
 
+#include <filesystem>
 #include <sstream>
 #include <string>
-#include <unistd.h>
 
 namespace pvcmdtest {
 
-class InTempDir {
+class InTempDir : public pvtest::TempDir {
   public:
-    InTempDir() {
-        char buf[4096];
-        m_old = ::getcwd(buf, sizeof buf) ? buf : "/";
-        if (::chdir(m_dir.str().c_str()) != 0)
-            m_old.clear();
-    }
+    InTempDir() : m_old(std::filesystem::current_path()) { std::filesystem::current_path(path()); }
     ~InTempDir() {
-        if (!m_old.empty() && ::chdir(m_old.c_str()) != 0)
-            m_old.clear();
+        std::error_code ignored;
+        std::filesystem::current_path(m_old, ignored);
     }
-    InTempDir(const InTempDir&) = delete;
-    InTempDir& operator=(const InTempDir&) = delete;
-    const pvtest::TempDir& dir() const { return m_dir; }
 
   private:
-    pvtest::TempDir m_dir;
-    std::string m_old;
+    std::filesystem::path m_old;
 };
 
-struct ToolRun {
-    int rc = 0;
+struct ToolResult {
+    int code = -1;
     std::string out;
     std::string err;
 };
 
-inline ToolRun runTool(pvcmd::ToolMain tool, const pvcmd::ToolArgs& args) {
-    std::istringstream in;
-    std::ostringstream out;
-    std::ostringstream err;
+// Runs one built-in tool from inside `dir` (the tools work relative to the
+// current directory); `input` answers its prompts.
+inline ToolResult runTool(pvcmd::ToolMain tool, const std::string& dir, const pvcmd::ToolArgs& args,
+                          const std::string& input = {}) {
+    std::filesystem::path previous = std::filesystem::current_path();
+    std::filesystem::current_path(dir);
+    std::istringstream in(input);
+    std::ostringstream out, err;
     pvcmd::ToolIo io{in, out, err};
-    ToolRun run;
-    run.rc = tool(args, io);
-    run.out = out.str();
-    run.err = err.str();
-    return run;
+    ToolResult result{tool(args, io), out.str(), err.str()};
+    std::filesystem::current_path(previous);
+    return result;
 }
 
 // Turns "\n" into "\r\n" so that expected reports read naturally.

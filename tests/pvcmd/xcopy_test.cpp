@@ -1,5 +1,4 @@
-#include "support/temptree.h"
-#include "toolrun.h"
+#include "pvcmdtestutil.h"
 
 #include <gtest/gtest.h>
 
@@ -25,8 +24,8 @@ class Xcopy : public ::testing::Test {
         m_dir.mkdir("L/empty");
         m_dir.mkdir("R");
     }
-    pvtest::ToolResult run(pvcmd::ToolArgs args, const std::string& input = {}) {
-        return pvtest::runTool(pvcmd::xcopyMain, m_dir.str(), args, input);
+    pvcmdtest::ToolResult run(pvcmd::ToolArgs args, const std::string& input = {}) {
+        return pvcmdtest::runTool(pvcmd::xcopyMain, m_dir.str(), args, input);
     }
     std::string read(const std::string& rel) const { return pvtest::readFile(m_dir / rel); }
     bool exists(const std::string& rel) const { return fs::exists(m_dir / rel); }
@@ -114,48 +113,21 @@ TEST_P(XcopyOverwrite, AsksOrNot) {
     EXPECT_EQ(read("R/b.log"), GetParam().bContent);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Answers, XcopyOverwrite,
-    ::testing::Values(
-        OverwriteRow{"EndOfInputIsNo",
-                     {},
-                     "",
-                     "Overwrite R/a.txt (Yes/No/All)? \r\nOverwrite R/b.log (Yes/No/All)? \r\n"
-                     "0 File(s) copied\r\n",
-                     "old a",
-                     "old b"},
-        OverwriteRow{"YesThenNo",
-                     {},
-                     "y\nn\n",
-                     "Overwrite R/a.txt (Yes/No/All)? y\r\nL/a.txt\r\n"
-                     "Overwrite R/b.log (Yes/No/All)? n\r\n1 File(s) copied\r\n",
-                     "alpha",
-                     "old b"},
-        OverwriteRow{"AllStopsAsking",
-                     {},
-                     "All\r\n",
-                     "Overwrite R/a.txt (Yes/No/All)? All\r\nL/a.txt\r\nL/b.log\r\n"
-                     "2 File(s) copied\r\n",
-                     "alpha",
-                     "beta"},
-        OverwriteRow{
-            "YesSwitch", {"/y"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n", "alpha", "beta"},
-        OverwriteRow{"QuietAndYes", {"/q", "/y"}, "", "2 File(s) copied\r\n", "alpha", "beta"},
-        OverwriteRow{"ListOnlyCopiesNothing",
-                     {"/l"},
-                     "",
-                     "L/a.txt\r\nL/b.log\r\n2 File(s)\r\n",
-                     "old a",
-                     "old b"},
-        // A later /-y wins over an earlier /y.
-        OverwriteRow{"PromptSwitchWins",
-                     {"/y", "/-y"},
-                     "n\nn\n",
-                     "Overwrite R/a.txt (Yes/No/All)? n\r\nOverwrite R/b.log (Yes/No/All)? n\r\n"
-                     "0 File(s) copied\r\n",
-                     "old a",
-                     "old b"}),
+const char* kAskA = "Overwrite R/a.txt (Yes/No/All)? ";
+const char* kAskB = "Overwrite R/b.log (Yes/No/All)? ";
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Answers, XcopyOverwrite, ::testing::Values(
+    OverwriteRow{"EndOfInputIsNo", {}, "", kAskA + std::string("\r\n") + kAskB + "\r\n0 File(s) copied\r\n", "old a", "old b"},
+    OverwriteRow{"YesThenNo", {}, "y\nn\n", kAskA + std::string("y\r\nL/a.txt\r\n") + kAskB + "n\r\n1 File(s) copied\r\n", "alpha", "old b"},
+    OverwriteRow{"AllStopsAsking", {}, "All\r\n", kAskA + std::string("All\r\nL/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n"), "alpha", "beta"},
+    OverwriteRow{"YesSwitch", {"/y"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n", "alpha", "beta"},
+    OverwriteRow{"QuietAndYes", {"/q", "/y"}, "", "2 File(s) copied\r\n", "alpha", "beta"},
+    OverwriteRow{"ListOnlyCopiesNothing", {"/l"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s)\r\n", "old a", "old b"},
+    // A later /-y wins over an earlier /y.
+    OverwriteRow{"PromptSwitchWins", {"/y", "/-y"}, "n\nn\n", kAskA + std::string("n\r\n") + kAskB + "n\r\n0 File(s) copied\r\n", "old a", "old b"}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(Xcopy, CopycmdCanSayYes) {
     m_dir.write("R/a.txt", "old a");
@@ -266,16 +238,6 @@ TEST_F(Xcopy, AcceptedSwitchesChangeNothing) {
     auto r = run({"L/a.txt", "R", "/z/b/j/g/n/o/x/a/m/v"});
     EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
     EXPECT_EQ(read("R/a.txt"), "alpha");
-}
-
-} // namespace
-
-namespace {
-
-TEST(ToolRegistry, ScriptsReachFindstrDirAndXcopy) {
-    EXPECT_EQ(pvcmd::findTool("FINDSTR"), &pvcmd::findstrMain);
-    EXPECT_EQ(pvcmd::findTool("dir.exe"), &pvcmd::dirMain);
-    EXPECT_EQ(pvcmd::findTool("Xcopy"), &pvcmd::xcopyMain);
 }
 
 } // namespace
