@@ -69,7 +69,6 @@ INSTANTIATE_TEST_SUITE_P(
         MatchRow{"Offsets", {"/o", "hello"}, "13:hello there\n25:say hello\r\n"},
         MatchRow{"NumbersAndOffsets", {"/n", "/o", "/i", "world"}, "1:0:Hello world\r\n"},
         MatchRow{"NamesOnly", {"/m", "hello"}, "t.txt\r\n"},
-        MatchRow{"DotIsRegexByDefault", {"x.z"}, ""},
         MatchRow{"DotMatchesAnyChar", {"y.z"}, "x.y.z\n"},
         MatchRow{"LiteralSwitchKeepsDot", {"/l", "y.z"}, "x.y.z\n"},
         MatchRow{"LiteralDotNotAny", {"/l", "e.d"}, ""},

@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -41,49 +42,60 @@ TEST_F(Xcopy, FileIntoDirectoryGivenAsStarDotStar) {
     EXPECT_EQ(read("R/a.txt"), "alpha");
 }
 
-TEST_F(Xcopy, KeepsLastWriteTimeAndLeavesNoTemporaryFile) {
-    pvtest::setMTime(m_dir / "L/a.txt", kOld);
-    run({"L/a.txt", "R/"});
-    struct stat st;
-    ASSERT_EQ(::stat((m_dir / "R/a.txt").c_str(), &st), 0);
-    EXPECT_EQ(st.st_mtime, kOld);
-    EXPECT_EQ(std::distance(fs::directory_iterator(m_dir / "R"), fs::directory_iterator()), 1);
-}
-
-TEST_F(Xcopy, WildcardSkipsHiddenUnlessH) {
-    auto r = run({"L/*", "R"});
-    EXPECT_EQ(r.out, "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n");
-    EXPECT_FALSE(exists("R/.hidden"));
-    r = run({"/h", "/y", "L/*", "R"});
-    EXPECT_EQ(r.out, "L/.hidden\r\nL/a.txt\r\nL/b.log\r\n3 File(s) copied\r\n");
-}
-
-TEST_F(Xcopy, SubdirectoriesWithAndWithoutEmptyOnes) {
-    auto r = run({"L", "S", "/s", "/i"});
-    EXPECT_EQ(r.out, "L/a.txt\r\nL/b.log\r\nL/sub/c.txt\r\n3 File(s) copied\r\n");
-    EXPECT_EQ(read("S/sub/c.txt"), "gamma");
-    EXPECT_FALSE(exists("S/empty"));
-    run({"L", "E", "/e", "/i", "/q"});
-    EXPECT_TRUE(fs::is_directory(m_dir / "E/empty"));
-}
-
-TEST_F(Xcopy, MaskAppliesInEverySubdirectory) {
-    auto r = run({"L/*.txt", "T/", "/s"});
-    EXPECT_EQ(r.out, "L/a.txt\r\nL/sub/c.txt\r\n2 File(s) copied\r\n");
-    EXPECT_FALSE(exists("T/b.log"));
-}
-
-TEST_F(Xcopy, TreeOnlyCreatesDirectories) {
-    auto r = run({"L", "T", "/t", "/e", "/i"});
-    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
-    EXPECT_TRUE(fs::is_directory(m_dir / "T/sub"));
-    EXPECT_FALSE(exists("T/sub/c.txt"));
-    // Without /e the tree leaves out directories that hold nothing to copy.
-    r = run({"L", "U", "/t", "/s", "/i"});
-    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
-    EXPECT_TRUE(fs::is_directory(m_dir / "U/sub"));
-    EXPECT_FALSE(exists("U/empty"));
-    EXPECT_FALSE(exists("U/sub/c.txt"));
+// Runs in the fresh tree: what is listed and reported, which paths then exist
+// and which do not.
+TEST_F(Xcopy, RunsInAFreshTree) {
+    m_dir.write("skip.lst", "sub/\r\n");
+    m_dir.write("more.lst", ".log\r\n");
+    const std::string askNew = "Does new specify a file name\r\nor directory name on the target\r\n"
+                               "(F = file, D = directory)? ";
+    struct Row {
+        const char* name;
+        pvcmd::ToolArgs args;
+        std::string input;
+        std::optional<std::string> out; // not checked when unset
+        std::string err;
+        int code;
+        std::vector<std::string> present;
+        std::vector<std::string> absent;
+    };
+    // clang-format off
+    const Row rows[] = {
+        {"WildcardSkipsHidden", {"L/*", "R"}, "", "L/a.txt\r\nL/b.log\r\n2 File(s) copied\r\n", "", 0, {"R/b.log"}, {"R/.hidden"}},
+        {"HiddenWithH", {"/h", "L/*", "R"}, "", "L/.hidden\r\nL/a.txt\r\nL/b.log\r\n3 File(s) copied\r\n", "", 0, {"R/.hidden"}, {}},
+        {"SubdirectoriesButNotEmptyOnes", {"L", "S", "/s", "/i"}, "", "L/a.txt\r\nL/b.log\r\nL/sub/c.txt\r\n3 File(s) copied\r\n", "", 0,
+         {"S/sub/c.txt"}, {"S/empty"}},
+        {"EmptyOnesWithE", {"L", "E", "/e", "/i", "/q"}, "", "3 File(s) copied\r\n", "", 0, {"E/empty"}, {}},
+        {"MaskAppliesInEverySubdirectory", {"L/*.txt", "M/", "/s"}, "", "L/a.txt\r\nL/sub/c.txt\r\n2 File(s) copied\r\n", "", 0,
+         {"M/sub/c.txt"}, {"M/b.log"}},
+        {"TreeOnly", {"L", "T", "/t", "/e", "/i"}, "", "0 File(s) copied\r\n", "", 0, {"T/sub", "T/empty"}, {"T/sub/c.txt"}},
+        // Without /e the tree leaves out directories that hold nothing to copy.
+        {"TreeWithoutEmptyOnes", {"L", "U", "/t", "/s", "/i"}, "", "0 File(s) copied\r\n", "", 0, {"U/sub"}, {"U/empty", "U/sub/c.txt"}},
+        {"ExcludeListsJoinedByPlus", {"L", "X", "/s", "/i", "/exclude:skip.lst+more.lst"}, "", "L/a.txt\r\n1 File(s) copied\r\n", "", 0,
+         {"X/a.txt"}, {"X/b.log", "X/sub"}},
+        {"AcceptedSwitchesChangeNothing", {"L/a.txt", "R", "/z/b/j/g/n/o/x/a/m/v"}, "", "L/a.txt\r\n1 File(s) copied\r\n", "", 0, {"R/a.txt"}, {}},
+        {"AsksFileForUnknownTarget", {"L/a.txt", "new"}, "f\n", askNew + "f\r\nL/a.txt\r\n1 File(s) copied\r\n", "", 0, {"new"}, {"new/a.txt"}},
+        {"AsksAgainThenDirectory", {"L/a.txt", "new"}, "x\nd\n", std::nullopt, "", 0, {"new/a.txt"}, {}},
+        {"NoAnswerCopiesNothing", {"L/a.txt", "new"}, "", std::nullopt, "", 2, {}, {"new"}},
+        {"NothingMatches", {"L/*.none", "R"}, "", "0 File(s) copied\r\n", "File not found - *.none\r\n", 1, {}, {}},
+        {"InvalidSwitch", {"L/a.txt", "R", "/z9"}, "", "", "Invalid switch - /z9\r\n", 4, {}, {"R/a.txt"}},
+        {"NoParameters", {}, "", "", "Invalid number of parameters\r\n", 4, {}, {}},
+        {"CyclicCopy", {"L", "L/sub/x", "/s", "/i"}, "", std::nullopt, "Cannot perform a cyclic copy\r\n", 4, {}, {"L/sub/x"}},
+    };
+    // clang-format on
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        auto r = run(row.args, row.input);
+        EXPECT_EQ(row.out.value_or(r.out), r.out);
+        EXPECT_EQ(r.err, row.err);
+        EXPECT_EQ(r.code, row.code);
+        for (const std::string& path : row.present)
+            EXPECT_TRUE(exists(path)) << path;
+        for (const std::string& path : row.absent)
+            EXPECT_FALSE(exists(path)) << path;
+        for (const char* made : {"R/a.txt", "R/b.log", "R/.hidden", "new"})
+            fs::remove_all(m_dir / made);
+    }
 }
 
 // Overwrite answers, read from the input; end of input answers No.
@@ -167,18 +179,6 @@ TEST_F(Xcopy, FullNames) {
     EXPECT_EQ(r.out, m_dir / "L/a.txt" + " -> " + m_dir / "R/a.txt" + "\r\n1 File(s) copied\r\n");
 }
 
-TEST_F(Xcopy, AsksFileOrDirectoryForUnknownTarget) {
-    auto r = run({"L/a.txt", "newname"}, "f\n");
-    EXPECT_EQ(r.out, "Does newname specify a file name\r\nor directory name on the target\r\n"
-                     "(F = file, D = directory)? f\r\nL/a.txt\r\n1 File(s) copied\r\n");
-    EXPECT_EQ(read("newname"), "alpha");
-    r = run({"L/a.txt", "newdir"}, "x\nd\n");
-    EXPECT_EQ(read("newdir/a.txt"), "alpha");
-    r = run({"L/a.txt", "third"});
-    EXPECT_EQ(r.code, 2);
-    EXPECT_FALSE(exists("third"));
-}
-
 TEST_F(Xcopy, ReadOnlyTargetNeedsR) {
     m_dir.write("R/a.txt", "old a");
     fs::permissions(m_dir / "R/a.txt", fs::perms::owner_write, fs::perm_options::remove);
@@ -209,35 +209,6 @@ TEST_F(Xcopy, ContinueOnErrors) {
     EXPECT_EQ(r.code, 5);
     r = run({"/y", "/c", "L/*.*", "R"});
     EXPECT_EQ(r.out, "L/b.log\r\n1 File(s) copied\r\n");
-}
-
-TEST_F(Xcopy, ExcludeListsSubstrings) {
-    m_dir.write("skip.lst", "sub/\r\n");
-    m_dir.write("more.lst", ".log\r\n");
-    auto r = run({"L", "X", "/s", "/i", "/exclude:skip.lst+more.lst"});
-    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
-}
-
-TEST_F(Xcopy, Errors) {
-    auto r = run({"L/*.none", "R"});
-    EXPECT_EQ(r.err, "File not found - *.none\r\n");
-    EXPECT_EQ(r.out, "0 File(s) copied\r\n");
-    EXPECT_EQ(r.code, 1);
-    r = run({"L/a.txt", "R", "/z9"});
-    EXPECT_EQ(r.err, "Invalid switch - /z9\r\n");
-    EXPECT_EQ(r.code, 4);
-    r = run({});
-    EXPECT_EQ(r.err, "Invalid number of parameters\r\n");
-    EXPECT_EQ(r.code, 4);
-    r = run({"L", "L/sub/x", "/s", "/i"});
-    EXPECT_EQ(r.err, "Cannot perform a cyclic copy\r\n");
-    EXPECT_FALSE(exists("L/sub/x"));
-}
-
-TEST_F(Xcopy, AcceptedSwitchesChangeNothing) {
-    auto r = run({"L/a.txt", "R", "/z/b/j/g/n/o/x/a/m/v"});
-    EXPECT_EQ(r.out, "L/a.txt\r\n1 File(s) copied\r\n");
-    EXPECT_EQ(read("R/a.txt"), "alpha");
 }
 
 } // namespace
