@@ -26,10 +26,7 @@ constexpr long long kInner = 1592224200;  // 06/15/2020 12:30 PM
 constexpr long long kHidden = 1677887940; // 03/03/2023 11:59 PM
 
 std::string golden(const std::string& name) {
-    std::ifstream in(std::string(PV_TEST_DATA_DIR) + "/golden/" + name, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
+    return pvtest::readFile(std::string(PV_TEST_DATA_DIR) + "/golden/" + name);
 }
 
 class DirListing : public ::testing::Test {
@@ -55,15 +52,10 @@ class DirListing : public ::testing::Test {
     // Output with the machine-dependent parts replaced: volume lines, the temporary
     // directory, the free space. Checks the CR LF line ends and drops the CRs.
     std::string normalised(const std::string& out) const {
-        std::string text;
-        std::istringstream lines(out);
-        std::string line;
-        while (std::getline(lines, line)) {
-            EXPECT_TRUE(!line.empty() && line.back() == '\r') << "line without CR: " << line;
-            if (!line.empty() && line.back() == '\r')
-                line.pop_back();
-            text += line + "\n";
-        }
+        EXPECT_EQ(std::count(out.begin(), out.end(), '\r'),
+                  std::count(out.begin(), out.end(), '\n'))
+            << "every line ends in CR LF";
+        std::string text = std::regex_replace(out, std::regex("\r\n"), "\n");
         text =
             std::regex_replace(text, std::regex("^ Volume in drive \\S+ (has no label\\.|is .+)\n"),
                                " Volume in drive VOLUME has no label.\n");
@@ -119,41 +111,37 @@ void PrintTo(const EntryRow& row, std::ostream* os) {
 class DirEntries : public DirListing, public ::testing::WithParamInterface<EntryRow> {};
 
 TEST_P(DirEntries, ListsTheseNamesInOrder) {
-    auto r = run(GetParam().args);
+    // Entry lines start with the date; the name is their last column.
+    const std::string out = run(GetParam().args).out;
+    const std::regex entry("(^|\n)\\d\\d/\\d\\d/\\d{4}  [^\r]* ([^ \r]+)\r");
     std::vector<std::string> names;
-    std::istringstream lines(r.out);
-    std::string line;
-    while (std::getline(lines, line)) {
-        line.pop_back();
-        // Entry lines start with the date.
-        if (std::regex_search(line, std::regex("^\\d\\d/\\d\\d/\\d{4}  ")))
-            names.push_back(line.substr(line.rfind(' ') + 1));
-    }
+    for (std::sregex_iterator it(out.begin(), out.end(), entry), end; it != end; ++it)
+        names.push_back((*it)[2]);
     EXPECT_EQ(names, GetParam().names);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Switches, DirEntries,
-    ::testing::Values(
-        EntryRow{"DefaultHidesDotFiles", {}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
-        EntryRow{"AllAttributes", {"/a"}, {".", "..", ".hid", "alpha.txt", "Beta.log", "sub"}},
-        EntryRow{"OnlyDirectories", {"/a:d"}, {".", "..", "sub"}},
-        EntryRow{"NoDirectoriesShowsHidden", {"/a-d"}, {".hid", "alpha.txt", "Beta.log"}},
-        EntryRow{"OnlyHidden", {"/ah"}, {".hid"}}, EntryRow{"NeverSystem", {"/a:s"}, {}},
-        EntryRow{"FilesNotHidden", {"/a:-d-h"}, {"alpha.txt", "Beta.log"}},
-        EntryRow{
-            "OrderAloneGroupsDirectories", {"/o"}, {".", "..", "sub", "alpha.txt", "Beta.log"}},
-        EntryRow{"BySizeReversed", {"/o:-s"}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
-        EntryRow{"ByDate", {"/od"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
-        // Independent time toggles can give several letters: the last one decides.
-        EntryRow{"SeveralTimeFields", {"/o:d/t:aw"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
-        EntryRow{"ByExtensionThenName", {"/o:en"}, {".", "..", "sub", "Beta.log", "alpha.txt"}},
-        EntryRow{"LowerCase", {"/l", "b*"}, {"beta.log"}},
-        // Concatenated switches as the find-file script writes them.
-        EntryRow{"ConcatenatedSwitches", {"/a:-d/o:-n/l"}, {"beta.log", "alpha.txt", ".hid"}},
-        EntryRow{"MaskWithDirectory", {"sub/*.txt"}, {"c.txt", "inner.txt"}},
-        EntryRow{"NamedDirectory", {"sub"}, {".", "..", "c.txt", "inner.txt"}}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Switches, DirEntries, ::testing::Values(
+    EntryRow{"DefaultHidesDotFiles", {}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
+    EntryRow{"AllAttributes", {"/a"}, {".", "..", ".hid", "alpha.txt", "Beta.log", "sub"}},
+    EntryRow{"OnlyDirectories", {"/a:d"}, {".", "..", "sub"}},
+    EntryRow{"NoDirectoriesShowsHidden", {"/a-d"}, {".hid", "alpha.txt", "Beta.log"}},
+    EntryRow{"OnlyHidden", {"/ah"}, {".hid"}},
+    EntryRow{"NeverSystem", {"/a:s"}, {}},
+    EntryRow{"FilesNotHidden", {"/a:-d-h"}, {"alpha.txt", "Beta.log"}},
+    EntryRow{"OrderAloneGroupsDirectories", {"/o"}, {".", "..", "sub", "alpha.txt", "Beta.log"}},
+    EntryRow{"BySizeReversed", {"/o:-s"}, {".", "..", "alpha.txt", "Beta.log", "sub"}},
+    EntryRow{"ByDate", {"/od"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
+    // Independent time toggles can give several letters: the last one decides.
+    EntryRow{"SeveralTimeFields", {"/o:d/t:aw"}, {".", "..", "Beta.log", "sub", "alpha.txt"}},
+    EntryRow{"ByExtensionThenName", {"/o:en"}, {".", "..", "sub", "Beta.log", "alpha.txt"}},
+    EntryRow{"LowerCase", {"/l", "b*"}, {"beta.log"}},
+    // Concatenated switches as the find-file script writes them.
+    EntryRow{"ConcatenatedSwitches", {"/a:-d/o:-n/l"}, {"beta.log", "alpha.txt", ".hid"}},
+    EntryRow{"MaskWithDirectory", {"sub/*.txt"}, {"c.txt", "inner.txt"}},
+    EntryRow{"NamedDirectory", {"sub"}, {".", "..", "c.txt", "inner.txt"}}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(DirListing, BareNamesAndFullPathsWithS) {
     EXPECT_EQ(run({"/b"}).out, "alpha.txt\r\nBeta.log\r\nsub\r\n");
@@ -173,16 +161,13 @@ TEST_F(DirListing, EntryColumnsWithoutSeparatorsOwnerShortNameAndTimeField) {
     EXPECT_EQ(out.substr(out.find("12345") + 5 + 1 + 12 + 1 + 23, 9), "alpha.txt") << out;
 }
 
-TEST_F(DirListing, NothingFound) {
+TEST_F(DirListing, ErrorsAndHelp) {
     auto r = run({"*.none"});
     EXPECT_EQ(r.err, "File Not Found\r\n");
     EXPECT_EQ(r.code, 1);
     EXPECT_NE(normalised(r.out).find(" Directory of ROOT/top\n"), std::string::npos);
     EXPECT_EQ(normalised(r.out).find("File(s)"), std::string::npos);
-}
-
-TEST_F(DirListing, ErrorsAndHelp) {
-    auto r = run({"nodir/*.txt"});
+    r = run({"nodir/*.txt"});
     EXPECT_EQ(r.err, "The system cannot find the path specified.\r\n");
     EXPECT_EQ(r.code, 1);
     r = run({"/z"});

@@ -200,21 +200,4 @@ TEST(Fc, MasksComparePairByPair) {
     EXPECT_EQ(intoDir.code, 1);
 }
 
-TEST(Fc, LongLinesAreComparedInPieces) {
-    pvtest::TempDir dir;
-    std::string longLine(200000, 'x');
-    dir.write("a.txt", "head\n" + longLine + "\ntail\n");
-    longLine[150000] = 'y';
-    dir.write("b.txt", "head\n" + longLine + "\ntail\n");
-    pvcmdtest::ToolResult run = runTool(&pvcmd::fcMain, dir.str(), {"/n", "a.txt", "b.txt"});
-    EXPECT_EQ(run.code, 1);
-    // The long line is read in pieces of 64 KiB: the change sits in its third
-    // piece (line 4), shown with the pieces around it as context.
-    EXPECT_EQ(run.out.find("    2:  "), std::string::npos);
-    EXPECT_NE(run.out.find("    3:  xxx"), std::string::npos);
-    EXPECT_NE(run.out.find("    4:  xxx"), std::string::npos);
-    EXPECT_NE(run.out.find("    5:  xxx"), std::string::npos);
-    EXPECT_EQ(run.out.find("tail"), std::string::npos);
-}
-
 } // namespace

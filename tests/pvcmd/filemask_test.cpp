@@ -36,11 +36,4 @@ TEST(FileMask, MapsTargetNames) {
     EXPECT_EQ(pvcmd::FileMask::mapName("*.*", "noext"), "noext");
 }
 
-TEST(FileMask, SplitsDirectoryAndPattern) {
-    pvcmd::FileMask mask("some/dir/*.txt");
-    EXPECT_EQ(mask.directory(), "some/dir/");
-    EXPECT_EQ(mask.pattern(), "*.txt");
-    EXPECT_TRUE(pvcmd::FileMask("nope/*.x").expand().empty());
-}
-
 } // namespace
