@@ -70,7 +70,6 @@ TEST(PvcmdProgram, ToolsScriptsAndUsageFromTheShell) {
     const Row rows[] = {
         {"Help", {"--help"}, 0, "pvcmd SCRIPT.cmd", ""},
         {"Version", {"--version"}, 0, "pvcmd " PAIRVIEW_VERSION "\n", ""},
-        {"ToolByUpperCaseExeName", {"FC.EXE", a, a}, 0, "no differences", ""},
         {"Different", {"fc", a, b}, 1, "***** " + b, ""},
         {"BadSwitch", {"fc", "/z", a, b}, 2, "", "FC: Invalid Switch"},
         {"NoArguments", {}, 2, "", "Usage"},
