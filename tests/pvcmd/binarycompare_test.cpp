@@ -18,17 +18,13 @@ TEST(BinaryCompare, FirstDifferenceAtWordAndPageEdges) {
         size_t differs; // n: nowhere
         size_t from;
     };
+    // clang-format off
     const Row rows[] = {
-        {"FirstByte", 0, 0},
-        {"LastByteOfAWord", 7, 0},
-        {"FirstByteOfAWord", 8, 0},
-        {"LastByteOfAPage", 4095, 0},
-        {"FirstByteOfAPage", 4096, 0},
-        {"InTheTail", n - 3, 0},
-        {"LastByte", n - 1, 0},
-        {"Nowhere", n, 0},
-        {"BeforeTheStartIsSkipped", 4, 5},
+        {"FirstByte", 0, 0}, {"LastByteOfAWord", 7, 0}, {"FirstByteOfAWord", 8, 0},
+        {"LastByteOfAPage", 4095, 0}, {"FirstByteOfAPage", 4096, 0}, {"InTheTail", n - 3, 0},
+        {"LastByte", n - 1, 0}, {"Nowhere", n, 0}, {"BeforeTheStartIsSkipped", 4, 5},
     };
+    // clang-format on
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         std::string b = a;
