@@ -142,7 +142,7 @@ TEST(FindstrFiles, SelectsFilesAndNamesThem) {
         {"MasksInCurrentDirectorySkipDotFiles", {"needle", "*.c", "*.H"}, "", "a.c:int needle;\nb.h:// needle here\r\n", "", 0},
         {"SubdirectoriesAreRelativeToStart", {"/s", "/c:needle", "*.c", "*.h"}, "",
          "a.c:int needle;\nb.h:// needle here\r\nsub/d.c:needle deep\nsub/deeper/e.H:needle upper mask\n", "", 0},
-        {"SubdirectoriesWithNamesOnlyAndPlainName", {"/s", "/m", "needle", "d.c"}, "", "sub/d.c\r\n", "", 0},
+        {"SubdirectoriesGiveAPlainNameItsPath", {"/s", "needle", "d.c"}, "", "sub/d.c:needle deep\n", "", 0},
         {"MaskWithDirectoryPart", {"/n", "needle", "sub/*.c"}, "", "sub/d.c:2:needle deep\n", "", 0},
         {"MissingFilesAreReportedAndSearchGoesOn", {"needle", "nope.txt", "*.cfg", "a.c"}, "", "a.c:int needle;\n",
          "FINDSTR: Cannot open nope.txt\r\nFINDSTR: Cannot open *.cfg\r\n", 0},
