@@ -8,7 +8,6 @@
 #include "pvcmd/scriptrun.h"
 
 #include <QAction>
-#include <QMenu>
 #include <QPushButton>
 
 using pv::Side;
@@ -64,10 +63,9 @@ TEST_F(PairviewScripts, FindFileListsTheSearchedNameInTheCaptureFile) {
 TEST_F(PairviewScripts, FindTextSearchesTheWindowsPatterns) {
     write("LASTFILE", "FILEPATTERN", "*.cpp;*.h");
     start();
-    prompts.inputAnswers = {"todo", "todo"};
+    prompts.inputAnswers = {"todo"};
     frame->action("mnuFindText")->trigger();
-    const std::string path = home / "PairviewFIND.txt";
-    std::string single = captureAfterRun(path);
+    std::string single = captureAfterRun(home / "PairviewFIND.txt");
     EXPECT_TRUE(contains(single, "a.cpp:int todo;\n")) << single;
     EXPECT_TRUE(contains(single, "b.h:// todo later\n")) << single;
     EXPECT_FALSE(contains(single, "c.txt")) << single;
@@ -96,12 +94,9 @@ TEST_F(PairviewScripts, RunShellStartsTheSelectedFileWithItsParameters) {
     start();
     pv::FileListBox* list = window->files(Side::Left);
     list->setPath(left);
-    auto select = [&](const std::string& name) {
-        for (int i = 0; i < list->listCount(); ++i)
-            if (list->item(i) == name)
-                list->setCurrentRow(i);
-    };
-    select("tool.sh");
+    for (int i = 0; i < list->listCount(); ++i)
+        if (list->item(i) == "tool.sh")
+            list->setCurrentRow(i);
     prompts.inputAnswers = {"one \"two three\""};
     press("RunShell");
     EXPECT_EQ(pvtest::waitForLine(log), "[one][two three]\n");
