@@ -1,6 +1,7 @@
 #include "compare/directorycompare.h"
 #include "platform/clock.h"
 #include "recordingobserver.h"
+#include "support/fakeclock.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
@@ -9,15 +10,9 @@ using namespace pv;
 
 namespace {
 
-class FixedClock : public Clock {
-  public:
-    std::chrono::system_clock::time_point now() const override {
-        return std::chrono::system_clock::from_time_t(1778144707);
-    }
-};
-
+// "now" stands still, so the texts the test builds match the ones written.
 struct ClockScope {
-    FixedClock clock;
+    pvtest::FakeClock clock;
     const Clock* previous = setProgramClock(&clock);
     ~ClockScope() { setProgramClock(previous); }
 };

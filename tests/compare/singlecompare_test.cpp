@@ -13,14 +13,10 @@ TEST(SingleCompare, CommandWithDefaultSwitches) {
               "\"/prog/PairviewSingle1.txt\" /lb100 /2 ");
 }
 
-TEST(SingleCompare, SwitchesAreTrimmedAndInFixedOrder) {
-    CompareOptions o;
-    o.fcLb = "  /lb9 ";
-    o.fcNnnn = "";
-    o.fcW = o.fcA = o.fcU = o.fcB = o.fcT = o.fcC = o.fcN = o.fcL = true;
-    std::string cmd = compareSinglesCommand("/p", "a b.txt", "/x y", "", "/", "/p/r.txt", o);
-    EXPECT_EQ(cmd, "/p/CompareSelectedFile.cmd \"/x y/a b.txt\" \"/\" \"/p/r.txt\" "
-                   "/lb9 /a /b /c /l /n /t /u /w ");
+// A program directory with a blank is quoted.
+TEST(SingleCompare, ProgramDirectoryWithABlank) {
+    EXPECT_EQ(compareSinglesCommand("/p q", "a b.txt", "/x y", "", "/", "/r.txt", CompareOptions{}),
+              "\"/p q/CompareSelectedFile.cmd\" \"/x y/a b.txt\" \"/\" \"/r.txt\" /lb100 /2 ");
 }
 
 TEST(SingleCompare, HostileNames) {

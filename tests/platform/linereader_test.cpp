@@ -40,6 +40,7 @@ TEST_P(LineReaderRows, SplitsLikeFc) {
     EXPECT_EQ(readAll(GetParam().bytes, GetParam().utf16), GetParam().lines);
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Rows, LineReaderRows,
     ::testing::Values(
@@ -49,26 +50,14 @@ INSTANTIATE_TEST_SUITE_P(
         ReadCase{"EmptyLinesKept", "\n\nx\n", false, {"", "", "x"}},
         ReadCase{"OneCrDropped", "a\r\nb\r\r\nc\r", false, {"a", "b\r", "c\r"}},
         ReadCase{"NulEndsLine", std::string("a\0b\0\nc", 6), false, {"a", "b", "", "c"}},
-        ReadCase{"Utf16LittleEndianWithBom",
-                 std::string("\xFF\xFE"
-                             "a\0\r\0\n\0b\0",
-                             10),
-                 true,
-                 {"a", "b"}},
-        ReadCase{
-            "Utf16BigEndian", std::string("\xFE\xFF\0a\0\n\0\xE9", 8), true, {"a", "\xC3\xA9"}},
+        ReadCase{"Utf16LittleEndianWithBom", std::string("\xFF\xFE" "a\0\r\0\n\0b\0", 10), true, {"a", "b"}},
+        ReadCase{"Utf16BigEndian", std::string("\xFE\xFF\0a\0\n\0\xE9", 8), true, {"a", "\xC3\xA9"}},
         ReadCase{"Utf16NoBomIsLittleEndian", std::string("x\0\n\0", 4), true, {"x"}},
-        ReadCase{
-            "Utf16SurrogatePair", std::string("\x3D\xD8\x00\xDE", 4), true, {"\xF0\x9F\x98\x80"}},
-        ReadCase{"Utf16LoneSurrogateReplaced",
-                 std::string("\x3D\xD8"
-                             "a\0",
-                             4),
-                 true,
-                 {"\xEF\xBF\xBD"
-                  "a"}},
+        ReadCase{"Utf16SurrogatePair", std::string("\x3D\xD8\x00\xDE", 4), true, {"\xF0\x9F\x98\x80"}},
+        ReadCase{"Utf16LoneSurrogateReplaced", std::string("\x3D\xD8" "a\0", 4), true, {"\xEF\xBF\xBD" "a"}},
         ReadCase{"Utf16OddTrailingByte", std::string("a\0b", 3), true, {"ab"}}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST(LineReader, LongLinesComeInBoundedPiecesAcrossReadBlocks) {
     // Longer than the read block too, with a CR LF straddling nothing special.

@@ -215,14 +215,6 @@ TEST(StartDetached, ScriptRunsUnderInterpreterWithLogBesideIt) {
     EXPECT_NE(log.find("complained\n"), std::string::npos);
 }
 
-TEST(StartDetached, ProgramRunsInWorkingDirectory) {
-    pvtest::TempDir dir;
-    std::string prog = writeExecutable(dir, "prog", "pwd > here.txt\n");
-    pvtest::TempDir work;
-    pv::startDetached(pv::quoteArgument(prog), work.str());
-    EXPECT_EQ(waitForFile(work / "here.txt", "\n"), work.str() + "\n");
-}
-
 TEST(StartDetached, FailuresCarryErrnoAndName) {
     pvtest::TempDir dir;
     EnvGuard path("PATH", dir.str());

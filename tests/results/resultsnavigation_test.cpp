@@ -1,8 +1,8 @@
 #include "results/resultsnavigation.h"
 
 #include "compare/compareengine.h"
-#include "compare/compareobserver.h"
 #include "compare/linesink.h"
+#include "compare/recordingobserver.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -24,17 +24,6 @@ const ResultLines kTwoBlocks = {
     "1 -one only-  1    z.txt",
 };
 } // namespace
-
-// Collects the lines a compare writes.
-struct LineCollector : CompareObserver {
-    std::vector<std::string> lines;
-    void setCntl(std::string_view) override {}
-    bool isEmpty() const override { return lines.empty(); }
-    void addLine(std::string_view line) override { lines.emplace_back(line); }
-    void initializeProgress(long) override {}
-    void incrementProgress() override {}
-    void completeProgress() override {}
-};
 
 // The name column is where the compare puts the name, whatever the attribute
 // texts look like: each row is one compare whose pair lines must give back
@@ -71,7 +60,7 @@ TEST(ResultsNavigation, NameComesFromTheNameColumnOfTheComparesLines) {
             attrs["/r/" + name] = attr;
         }
         CompareEngine engine({}, [&](const std::string& path) { return attrs.at(path); });
-        LineCollector out;
+        pvtest::RecordingObserver out;
         StringLineSink script;
         engine.run({"/l", "/r", &left, &right, "res.txt"}, out, script, {});
         std::vector<std::string> named;

@@ -52,13 +52,11 @@ TEST_F(PairviewTest, FirstStartWritesEditorAndPatternAndOpensFrame) {
     EXPECT_EQ(frame->windowTitle().left(17).toStdString(), "Pairview Utility ");
     EXPECT_EQ(window->windowTitle().toStdString(), "Directory Comparisons");
     EXPECT_EQ(pv::globals().paths.settingsPath, ini);
-    EXPECT_EQ(pv::globals().paths.resultsPath, home / "Pairview.txt");
     EXPECT_EQ(QDir::currentPath().toStdString(), home.str());
     EXPECT_EQ(value("APPLICATION", "EDITOR"), "Write.exe");
     EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.*");
     EXPECT_TRUE(frame->timer()->isActive());
     EXPECT_EQ(frame->timer()->interval(), 60000);
-    EXPECT_EQ(frame->refreshTickCount, 0);
     EXPECT_TRUE(prompts.messages.empty());
     // The editor list always offers the internal editor.
     EXPECT_GE(window->editorList()->findText("INTERNAL"), 0);
@@ -119,17 +117,29 @@ TEST_F(PairviewTest, VanishedDriveAndDirectoryFallBackToRootWithOneMessageEach) 
     EXPECT_EQ(value("LASTFILE", "DIRTWO"), "/");
 }
 
+// A directory removed after it was listed cannot be opened, by a change of the
+// pane or a double-click: the pane keeps its stored directory and says why.
 TEST_F(PairviewTest, DirectoryThatVanishesKeepsStoredValueAndSaysWhy) {
     start();
-    window->dir(Side::Left)->setPath(left);
-    window->dir(Side::Left)->setPath(right);
-    ASSERT_EQ(value("LASTFILE", "DIRONE"), right);
-    std::filesystem::remove(right + "/a.cpp");
-    std::filesystem::remove(right);
-    window->Dir1_Change();
+    pv::DirListBox* dir = window->dir(Side::Left);
+    dir->setPath(left);
+    dir->setPath(home.str());
+    ASSERT_EQ(dir->item(dir->listCount() - 1), right);
+    std::filesystem::remove_all(right);
+    QListWidget* rows = dir;
+    emit rows->itemDoubleClicked(rows->item(rows->count() - 1));
     ASSERT_EQ(prompts.messages.size(), 1u);
     EXPECT_EQ(prompts.messages[0].rfind("Error: ", 0), 0u);
-    EXPECT_EQ(value("LASTFILE", "DIRONE"), right);
+    EXPECT_NE(prompts.messages[0].find(right), std::string::npos);
+    EXPECT_EQ(dir->path(), home.str());
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), home.str());
+
+    dir->setPath(left);
+    std::filesystem::remove_all(left);
+    window->Dir1_Change();
+    ASSERT_EQ(prompts.messages.size(), 2u);
+    EXPECT_EQ(prompts.messages[1].rfind("Error: ", 0), 0u);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), left);
 }
 
 TEST_F(PairviewTest, SettingsFillMenusAndLists) {
@@ -208,22 +218,6 @@ TEST_F(PairviewTest, EnterOnHighlightedDirectoryOpensIt) {
     EXPECT_EQ(names(Side::Left).size(), 3u);
 }
 
-TEST_F(PairviewTest, ChoosingADriveWritesDriveThenDirectory) {
-    std::string usb = home.mkdir("usb");
-    home.write("usb/on-usb.txt", "x");
-    auto previous = pv::DriveListBox::setDriveSource([usb] {
-        return std::vector<std::string>{"/", usb};
-    });
-    start();
-    window->dir(Side::Left)->setPath(left);
-    window->drive(Side::Left)->setDrive(usb);
-    EXPECT_EQ(window->dir(Side::Left)->path(), usb);
-    EXPECT_EQ(names(Side::Left), std::vector<std::string>{"on-usb.txt"});
-    EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
-    EXPECT_EQ(value("LASTFILE", "DIRONE"), usb);
-    pv::DriveListBox::setDriveSource(previous);
-}
-
 // The network boxes list the stored paths but select none: leaving a box, or
 // opening its list, must not move the pane to the first path.
 TEST_F(PairviewTest, NetworkPathsMoveThePaneOnlyWhenChosen) {
@@ -271,9 +265,11 @@ TEST_F(PairviewTest, MissingNetworkPathIsReportedOnce) {
 }
 
 // The drive list is read again when it drops down: a drive mounted after start can
-// be chosen, and the pane's own drive stays listed after it is unmounted.
+// be chosen (the pane moves there, drive then directory stored), and the pane's own
+// drive stays listed after it is unmounted.
 TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
     const std::string usb = home.mkdir("usb");
+    home.write("usb/on-usb.txt", "x");
     auto mounts = std::make_shared<std::vector<std::string>>(std::vector<std::string>{"/"});
     auto previous = pv::DriveListBox::setDriveSource([mounts] { return *mounts; });
     start();
@@ -289,7 +285,9 @@ TEST_F(PairviewTest, DriveListFollowsMountsWhenItDropsDown) {
     drive->setCurrentIndex(at);
     emit drive->activated(at);
     EXPECT_EQ(window->dir(Side::Left)->path(), usb);
+    EXPECT_EQ(names(Side::Left), std::vector<std::string>{"on-usb.txt"});
     EXPECT_EQ(value("LASTFILE", "DRIVE1"), usb);
+    EXPECT_EQ(value("LASTFILE", "DIRONE"), usb);
 
     mounts->pop_back();
     drive->showPopup();
@@ -315,24 +313,6 @@ TEST_F(PairviewTest, StoredPatternNotInTheListIsShownAndApplied) {
     EXPECT_EQ(combo->currentText().toStdString(), "*.h");
     EXPECT_EQ(names(Side::Left), std::vector<std::string>{"b.h"});
     EXPECT_EQ(value("LASTFILE", "FILEPATTERN"), "*.h");
-}
-
-// A directory removed after it was listed cannot be opened: the pane stays where
-// it is, keeps its stored directory and says why.
-TEST_F(PairviewTest, DoubleClickOnVanishedDirectorySaysWhy) {
-    start();
-    pv::DirListBox* dir = window->dir(Side::Left);
-    dir->setPath(left);
-    dir->setPath(home.str());
-    ASSERT_EQ(dir->item(dir->listCount() - 1), right);
-    std::filesystem::remove_all(right);
-    QListWidget* rows = dir;
-    emit rows->itemDoubleClicked(rows->item(rows->count() - 1));
-    ASSERT_EQ(prompts.messages.size(), 1u);
-    EXPECT_EQ(prompts.messages[0].rfind("Error: ", 0), 0u);
-    EXPECT_NE(prompts.messages[0].find(right), std::string::npos);
-    EXPECT_EQ(dir->path(), home.str());
-    EXPECT_EQ(value("LASTFILE", "DIRONE"), home.str());
 }
 
 TEST_F(PairviewTest, WindowsStayOpenWhileACompareRunsAndAskItToStop) {
