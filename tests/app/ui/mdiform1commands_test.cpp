@@ -89,7 +89,6 @@ TEST_F(CommandsTest, AdditionalWindowsTakeNewIndexesTheirCaptionsAndSections) {
     EXPECT_EQ(one->windowTitle().toStdString(), "Additional Pairview:1");
     EXPECT_EQ(two->section(), "LASTFILE2");
     EXPECT_EQ(two->dir(Side::Left)->path(), right);
-    EXPECT_EQ(frame->activeCompareWindow(), two);
     // The load runs twice and the network combos are not cleared in between.
     ASSERT_EQ(one->networkDrive(Side::Left)->count(), 2);
     EXPECT_EQ(one->networkDrive(Side::Left)->itemText(1).toStdString(), "//srv/share");

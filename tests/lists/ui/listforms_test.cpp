@@ -65,7 +65,6 @@ TEST_F(ListFormsTest, OpenersDifferInReaderClosingAndSelection) {
     write("APPLICATION", "EDITOR", "kate");
     start();
     auto* form = open<pv::cmprEditors>(NamedList::Editors);
-    EXPECT_EQ(form->windowTitle().toStdString(), "Editors");
     EXPECT_EQ(form->pathBox()->text().toStdString(), ini);
     EXPECT_EQ(form->entries(), Texts{"gedit"});
 
@@ -166,7 +165,6 @@ TEST_F(ListFormsTest, NetworkPathsFillTheBoxesOfEveryCompareWindow) {
             QComboBox* box = w->networkDrive(side);
             ASSERT_EQ(box->count(), 2);
             EXPECT_EQ(box->itemText(1).toStdString(), "//srv/b");
-            EXPECT_EQ(box->currentText().toStdString(), "UNC paths from INI");
         }
 
     click(form, "DeleteSelected", 0);
