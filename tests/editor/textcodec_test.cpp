@@ -17,30 +17,19 @@ TEST(TextCodec, DecodesAndWritesBackTheSameBytes) {
         std::string text;
         TextFormat format;
     } rows[] = {
-        {"UTF-8, CR LF",
-         "caf\xC3\xA9\r\nx\r\n",
-         "caf\xC3\xA9\nx\n",
-         {TextEncoding::Utf8, LineEnd::CrLf}},
+        // clang-format off
+        {"UTF-8, CR LF", "caf\xC3\xA9\r\nx\r\n", "caf\xC3\xA9\nx\n", {TextEncoding::Utf8, LineEnd::CrLf}},
         {"UTF-8, LF", "a\nb", "a\nb", {TextEncoding::Utf8, LineEnd::Lf}},
         {"old Mac CR", "a\rb\r", "a\nb\n", {TextEncoding::Utf8, LineEnd::Cr}},
         {"no line end: CR LF", "abc", "abc", {TextEncoding::Utf8, LineEnd::CrLf}},
-        {"Latin-1 bytes",
-         "caf\xE9\xA0\r\n",
-         "caf\xC3\xA9\xC2\xA0\n",
-         {TextEncoding::Latin1, LineEnd::CrLf}},
-        {"overlong form is not UTF-8",
-         "\xC0\xAF",
-         "\xC3\x80\xC2\xAF",
-         {TextEncoding::Latin1, LineEnd::CrLf}},
+        {"Latin-1 bytes", "caf\xE9\xA0\r\n", "caf\xC3\xA9\xC2\xA0\n", {TextEncoding::Latin1, LineEnd::CrLf}},
+        {"overlong form is not UTF-8", "\xC0\xAF", "\xC3\x80\xC2\xAF", {TextEncoding::Latin1, LineEnd::CrLf}},
         {"UTF-8 with a mark", "\xEF\xBB\xBFz\n", "z\n", {TextEncoding::Utf8Bom, LineEnd::Lf}},
-        {"UTF-16 little-endian",
-         std::string("\xFF\xFEh\0\xE9\0\r\0\n\0", 10),
-         "h\xC3\xA9\n",
+        {"UTF-16 little-endian", std::string("\xFF\xFEh\0\xE9\0\r\0\n\0", 10), "h\xC3\xA9\n",
          {TextEncoding::Utf16LE, LineEnd::CrLf}},
-        {"UTF-16 big-endian, beyond the BMP",
-         std::string("\xFE\xFF\xD8\x3D\xDE\x00\0\n", 8),
-         "\xF0\x9F\x98\x80\n",
-         {TextEncoding::Utf16BE, LineEnd::Lf}},
+        {"UTF-16 big-endian, beyond the BMP", std::string("\xFE\xFF\xD8\x3D\xDE\x00\0\n", 8),
+         "\xF0\x9F\x98\x80\n", {TextEncoding::Utf16BE, LineEnd::Lf}},
+        // clang-format on
     };
     for (const Row& r : rows) {
         SCOPED_TRACE(r.name);

@@ -13,7 +13,6 @@
 
 namespace pvtest {
 
-
 inline std::string writeExecutable(const TempDir& dir, const std::string& name,
                                    const std::string& body) {
     std::string path = dir.write(name, "#!/bin/sh\n" + body);
@@ -40,5 +39,32 @@ inline std::string waitForLine(const std::string& path) {
     }
     return readFile(path);
 }
+
+// A desktop of stand-ins: its tools first on PATH, its desktop files in a temporary
+// XDG_DATA_HOME. xdg-mime gives text files (by name) the program fake-editor, and
+// xdg-open appends its arguments to `openLog`.
+class FakeDesktop {
+  public:
+    FakeDesktop() {
+        writeExecutable(bin, "xdg-mime",
+                        "case \"$2\" in\n"
+                        "filetype) case \"$3\" in *.txt) echo text/plain;; *) exit 4;; esac;;\n"
+                        "default) case \"$3\" in text/plain) echo vendor-editor.desktop;; "
+                        "*) echo;; esac;;\n"
+                        "esac\n");
+        writeRecorder(bin, "xdg-open", openLog);
+        data.write("applications/vendor/editor.desktop",
+                   "[Desktop Entry]\nType=Application\nExec=fake-editor %U\n");
+    }
+
+    TempDir bin, data;
+    const std::string editor = writeExecutable(bin, "fake-editor", "exit 0\n");
+    const std::string openLog = bin / "open.log";
+
+  private:
+    EnvGuard m_path{"PATH", bin.str() + ":" + std::string(std::getenv("PATH"))};
+    EnvGuard m_dataHome{"XDG_DATA_HOME", data.str()};
+    EnvGuard m_dataDirs{"XDG_DATA_DIRS", data / "none"};
+};
 
 } // namespace pvtest

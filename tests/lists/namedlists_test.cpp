@@ -39,12 +39,6 @@ TEST(NamedLists, SelectionDecidesWhetherACommandGoesOn) {
         EXPECT_EQ(pv::selectionMessage(state, pv::namedListForm(NamedList::Favorites)), r.message)
             << r.name;
     }
-    EXPECT_EQ(std::string(pv::namedListForm(NamedList::Editors).emptyText),
-              "No editors have been created");
-    EXPECT_EQ(std::string(pv::namedListForm(NamedList::NetworkPaths).emptyText),
-              "No UNC connections have been created");
-    EXPECT_EQ(std::string(pv::namedListForm(NamedList::Connections).emptyText),
-              "No ISQL connections have been created");
 }
 
 TEST(NamedLists, AppendGoesToTheFirstIndexTheReaderCallsMissing) {

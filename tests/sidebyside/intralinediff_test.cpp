@@ -49,39 +49,23 @@ pv::DiffOptions compressWhite() {
     return o;
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Spans, IntraLine,
-    ::testing::Values(
-        SpanCase{"AtStart", "hello world", "jello world", {}, "[h]ello world", "[j]ello world"},
-        SpanCase{"InTheMiddle",
-                 "int count = 10;",
-                 "int count = 12;",
-                 {},
-                 "int count = 1[0];",
-                 "int count = 1[2];"},
-        SpanCase{"AtEnd", "return a;", "return a", {}, "return a[;]", "return a"},
-        SpanCase{"TwoSpansStaySeparate", "a1b2c", "a9b8c", {}, "a[1]b[2]c", "a[9]b[8]c"},
-        SpanCase{"AdjacentCharactersMerge", "abXYcd", "abcd", {}, "ab[XY]cd", "abcd"},
-        SpanCase{"Utf8CharactersStayWhole",
-                 "gr\xC3\xB6\xC3\x9F"
-                 "e",
-                 "gr\xC3\xB6sse",
-                 {},
-                 "gr\xC3\xB6[\xC3\x9F]e",
-                 "gr\xC3\xB6[ss]e"},
-        SpanCase{"CaseIgnoredWithC", "Value x", "value y", ignoreCase(), "Value [x]", "value [y]"},
-        SpanCase{"BlankRunsAndEndsIgnoredWithW", "  a   b c ", "a b  d", compressWhite(),
-                 "  a   b [c] ", "a b  [d]"},
-        SpanCase{"EmptyAgainstText", "", "abc", {}, "", "[abc]"},
-        // Six of twelve characters in common is still an edit; five is not.
-        SpanCase{"HalfInCommonIsAnEdit",
-                 "abcdefghijkl",
-                 "abcdefXXXXXX",
-                 {},
-                 "abcdef[ghijkl]",
-                 "abcdef[XXXXXX]"},
-        SpanCase{"MostlyDifferentMarkedWhole", "  if (x == 1) {", "  return y;", compressWhite(),
-                 "  [if (x == 1) {]", "  [return y;]"}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Spans, IntraLine, ::testing::Values(
+    SpanCase{"AtStart", "hello world", "jello world", {}, "[h]ello world", "[j]ello world"},
+    SpanCase{"InTheMiddle", "int count = 10;", "int count = 12;", {}, "int count = 1[0];", "int count = 1[2];"},
+    SpanCase{"AtEnd", "return a;", "return a", {}, "return a[;]", "return a"},
+    SpanCase{"TwoSpansStaySeparate", "a1b2c", "a9b8c", {}, "a[1]b[2]c", "a[9]b[8]c"},
+    SpanCase{"AdjacentCharactersMerge", "abXYcd", "abcd", {}, "ab[XY]cd", "abcd"},
+    SpanCase{"Utf8CharactersStayWhole", "gr\xC3\xB6\xC3\x9F" "e", "gr\xC3\xB6sse", {},
+             "gr\xC3\xB6[\xC3\x9F]e", "gr\xC3\xB6[ss]e"},
+    SpanCase{"CaseIgnoredWithC", "Value x", "value y", ignoreCase(), "Value [x]", "value [y]"},
+    SpanCase{"BlankRunsAndEndsIgnoredWithW", "  a   b c ", "a b  d", compressWhite(), "  a   b [c] ", "a b  [d]"},
+    SpanCase{"EmptyAgainstText", "", "abc", {}, "", "[abc]"},
+    // Six of twelve characters in common is still an edit; five is not.
+    SpanCase{"HalfInCommonIsAnEdit", "abcdefghijkl", "abcdefXXXXXX", {}, "abcdef[ghijkl]", "abcdef[XXXXXX]"},
+    SpanCase{"MostlyDifferentMarkedWhole", "  if (x == 1) {", "  return y;", compressWhite(),
+             "  [if (x == 1) {]", "  [return y;]"}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 } // namespace

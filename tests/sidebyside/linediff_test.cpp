@@ -14,7 +14,8 @@ using pv::RowKind;
 using pv::SideText;
 using Rows = std::vector<std::string>;
 
-// Each row as "  A" (same), "- A" (left only), "+ A" (right only) or "~ A|B" (changed).
+// Each row as "  A" (same), "- A" (left only), "+ A" (right only) or "~ A|B"
+// (changed).
 Rows render(const std::string& leftBytes, const std::string& rightBytes,
             const DiffOptions& options = {}) {
     const SideText left = SideText::fromBytes(leftBytes);
@@ -22,21 +23,14 @@ Rows render(const std::string& leftBytes, const std::string& rightBytes,
     const LineDiff diff(left, right, options);
     Rows out;
     for (const pv::DiffRow& row : diff.rows()) {
-        switch (row.kind) {
-        case RowKind::Same:
-            out.push_back("  " + std::string(left.line(size_t(row.left))));
-            break;
-        case RowKind::Deleted:
-            out.push_back("- " + std::string(left.line(size_t(row.left))));
-            break;
-        case RowKind::Inserted:
-            out.push_back("+ " + std::string(right.line(size_t(row.right))));
-            break;
-        case RowKind::Changed:
-            out.push_back("~ " + std::string(left.line(size_t(row.left))) + "|" +
-                          std::string(right.line(size_t(row.right))));
-            break;
-        }
+        const std::string l = row.left < 0 ? "" : std::string(left.line(size_t(row.left)));
+        const std::string r = row.right < 0 ? "" : std::string(right.line(size_t(row.right)));
+        if (row.kind == RowKind::Changed)
+            out.push_back("~ " + l + "|" + r);
+        else
+            out.push_back(row.kind == RowKind::Same      ? "  " + l
+                          : row.kind == RowKind::Deleted ? "- " + l
+                                                         : "+ " + r);
     }
     return out;
 }
@@ -63,46 +57,28 @@ TEST_P(Alignment, RowsPairTheLines) {
     EXPECT_EQ(render(GetParam().left, GetParam().right, GetParam().options), GetParam().rows);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Rows, Alignment,
-    ::testing::Values(
-        AlignCase{"InsertionAtStart", "B\nC\n", "A\nB\nC\n", {}, {"+ A", "  B", "  C"}},
-        AlignCase{"InsertionAtEnd", "A\nB\n", "A\nB\nC\nD\n", {}, {"  A", "  B", "+ C", "+ D"}},
-        AlignCase{"DeletionInTheMiddle", "A\nB\nC\n", "A\nC\n", {}, {"  A", "- B", "  C"}},
-        // A changed line and an inserted one in one block: the pair lines up at
-        // its top, the inserted line stands against an empty band.
-        AlignCase{"ChangeNextToInsertion",
-                  "A\nB\nC\n",
-                  "A\nX\nY\nC\n",
-                  {},
-                  {"  A", "~ B|X", "+ Y", "  C"}},
-        AlignCase{"MovedBlockLeavesAndArrives",
-                  "X\nY\nA\nB\nC\nD\n",
-                  "A\nB\nC\nD\nX\nY\n",
-                  {},
-                  {"- X", "- Y", "  A", "  B", "  C", "  D", "+ X", "+ Y"}},
-        AlignCase{"CrLfEqualsLf", "A\r\nB\r\n", "A\nB", {}, {"  A", "  B"}},
-        AlignCase{"EmptyAgainstFull", "", "A\nB\n", {}, {"+ A", "+ B"}},
-        AlignCase{"FullAgainstEmpty", "A\n", "", {}, {"- A"}},
-        AlignCase{"CaseCountsWithoutC", "Hello\n", "HELLO\n", {}, {"~ Hello|HELLO"}},
-        AlignCase{"CaseIgnoredWithC",
-                  "Hello\nab\n",
-                  "HELLO\nac\n",
-                  with(true, false),
-                  {"  Hello", "~ ab|ac"}},
-        AlignCase{"BlanksCountWithoutW", "a  b\n", "a b\n", {}, {"~ a  b|a b"}},
-        AlignCase{"BlankRunsAndEndsIgnoredWithW",
-                  "  a \t b  \nab\n",
-                  "a b\na b\n",
-                  with(false, true),
-                  {"    a \t b  ", "~ ab|a b"}},
-        AlignCase{"TabEqualsBlanksToTheNextStop", "x\ty\n", "x       y\n", {}, {"  x\ty"}},
-        AlignCase{"TabKeptWithT",
-                  "x\ty\n",
-                  "x       y\n",
-                  with(false, false, false),
-                  {"~ x\ty|x       y"}}),
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Rows, Alignment, ::testing::Values(
+    AlignCase{"InsertionAtStart", "B\nC\n", "A\nB\nC\n", {}, {"+ A", "  B", "  C"}},
+    AlignCase{"InsertionAtEnd", "A\nB\n", "A\nB\nC\nD\n", {}, {"  A", "  B", "+ C", "+ D"}},
+    AlignCase{"DeletionInTheMiddle", "A\nB\nC\n", "A\nC\n", {}, {"  A", "- B", "  C"}},
+    // A changed line and an inserted one in one block: the pair lines up at its
+    // top, the inserted line stands against an empty band.
+    AlignCase{"ChangeNextToInsertion", "A\nB\nC\n", "A\nX\nY\nC\n", {}, {"  A", "~ B|X", "+ Y", "  C"}},
+    AlignCase{"MovedBlockLeavesAndArrives", "X\nY\nA\nB\nC\nD\n", "A\nB\nC\nD\nX\nY\n", {},
+              {"- X", "- Y", "  A", "  B", "  C", "  D", "+ X", "+ Y"}},
+    AlignCase{"CrLfEqualsLf", "A\r\nB\r\n", "A\nB", {}, {"  A", "  B"}},
+    AlignCase{"EmptyAgainstFull", "", "A\nB\n", {}, {"+ A", "+ B"}},
+    AlignCase{"FullAgainstEmpty", "A\n", "", {}, {"- A"}},
+    AlignCase{"CaseCountsWithoutC", "Hello\n", "HELLO\n", {}, {"~ Hello|HELLO"}},
+    AlignCase{"CaseIgnoredWithC", "Hello\nab\n", "HELLO\nac\n", with(true, false), {"  Hello", "~ ab|ac"}},
+    AlignCase{"BlanksCountWithoutW", "a  b\n", "a b\n", {}, {"~ a  b|a b"}},
+    AlignCase{"BlankRunsAndEndsIgnoredWithW", "  a \t b  \nab\n", "a b\na b\n", with(false, true),
+              {"    a \t b  ", "~ ab|a b"}},
+    AlignCase{"TabEqualsBlanksToTheNextStop", "x\ty\n", "x       y\n", {}, {"  x\ty"}},
+    AlignCase{"TabKeptWithT", "x\ty\n", "x       y\n", with(false, false, false), {"~ x\ty|x       y"}}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST(LineDiff, Utf16AndUtf8OfTheSameTextAreEqual) {
     // "Grüße" CR LF "zwei" in UTF-16 little-endian with its mark, against UTF-8

@@ -31,10 +31,7 @@ TEST_F(AboutTest, HelpAboutShowsOneBoxWithVersionAndDocumentation) {
     QApplication::processEvents();
     ASSERT_EQ(boxes().size(), 1u);
     pv::frmAbout* box = boxes().front();
-    EXPECT_EQ(box->windowTitle().toStdString(), "About Pairview");
-    EXPECT_EQ(box->findChild<QLabel*>("lblTitle")->text().toStdString(), "Pairview");
     EXPECT_TRUE(box->findChild<QLabel*>("lblVersion")->text().startsWith("Version "));
-    EXPECT_FALSE(box->findChild<QLabel*>("picIcon")->pixmap().isNull());
     EXPECT_TRUE(box->findChild<QPlainTextEdit*>("Text1")->toPlainText().startsWith(
         "Documentation:\n\nHow the program is set up\n\nempty"));
 
