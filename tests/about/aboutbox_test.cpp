@@ -1,6 +1,6 @@
 #include "about/aboutbox.h"
 
-#include "lists/launchtestsupport.h"
+#include "support/standins.h"
 #include "support/recordingprompter.h"
 #include "support/temptree.h"
 

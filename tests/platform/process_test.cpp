@@ -1,16 +1,14 @@
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
 #include "support/envguard.h"
+#include "support/standins.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <random>
-#include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 using pvtest::EnvGuard;
@@ -18,25 +16,6 @@ using pvtest::EnvGuard;
 namespace {
 
 using Words = std::vector<std::string>;
-
-std::string writeExecutable(const pvtest::TempDir& dir, const std::string& name,
-                            const std::string& body) {
-    std::string path = dir.write(name, "#!/bin/sh\n" + body);
-    ::chmod(path.c_str(), 0755);
-    return path;
-}
-
-// Polls for a file a detached process writes; bounded so a broken start fails
-// instead of hanging.
-std::string waitForFile(const std::string& path, const std::string& mustContain) {
-    for (int i = 0; i < 500; ++i) {
-        std::string text = pvtest::readFile(path);
-        if (text.find(mustContain) != std::string::npos)
-            return text;
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    }
-    return pvtest::readFile(path);
-}
 
 struct SplitCase {
     const char* name;
@@ -121,7 +100,7 @@ TEST_F(ResolveProgram, EditorNamesUsePairviewEditorInAnyCase) {
 }
 
 TEST_F(ResolveProgram, EditorNamedWithoutPathIsFoundOnTheSearchPath) {
-    std::string onPath = writeExecutable(m_bin, "myeditor", "exit 0\n");
+    std::string onPath = pvtest::writeExecutable(m_bin, "myeditor", "exit 0\n");
     EnvGuard editor("PAIRVIEW_EDITOR", "myeditor --wait");
     EXPECT_EQ(pv::resolveProgram("Write.exe"), (Words{onPath, "--wait"}));
 }
@@ -132,7 +111,7 @@ TEST_F(ResolveProgram, EditorFallsBackToXdgOpen) {
     Words argv = pv::resolveProgram("Write.exe");
     ASSERT_EQ(argv.size(), 1u);
     EXPECT_EQ(argv[0], "xdg-open");
-    std::string onPath = writeExecutable(m_bin, "xdg-open", "exit 0\n");
+    std::string onPath = pvtest::writeExecutable(m_bin, "xdg-open", "exit 0\n");
     EXPECT_EQ(pv::resolveProgram("Notepad.exe"), Words{onPath});
 }
 
@@ -150,12 +129,12 @@ TEST_F(ResolveProgram, PathsStandAndNamesAreSearched) {
     EXPECT_TRUE(pv::resolveProgram("tool").empty());
     EXPECT_TRUE(pv::resolveProgram("").empty());
 
-    std::string tool = writeExecutable(m_bin, "tool", "exit 0\n");
+    std::string tool = pvtest::writeExecutable(m_bin, "tool", "exit 0\n");
     EXPECT_EQ(pv::resolveProgram("tool"), Words{tool});
     // "x.exe" finds "x" only when no "x.exe" is there.
     EXPECT_EQ(pv::resolveProgram("tool.exe"), Words{tool});
     EXPECT_EQ(pv::resolveProgram("TOOL.EXE"), Words{}) << "the stem keeps its case";
-    std::string exe = writeExecutable(m_bin, "tool.exe", "exit 0\n");
+    std::string exe = pvtest::writeExecutable(m_bin, "tool.exe", "exit 0\n");
     EXPECT_EQ(pv::resolveProgram("tool.exe"), Words{exe});
 
     // A file without execute permission is not a program.
@@ -199,7 +178,7 @@ TEST(StartDetached, ScriptRunsUnderInterpreterWithLogBesideIt) {
     std::string record = dir / "args.txt";
     // A stand-in interpreter: records its arguments and its working directory,
     // and prints to its standard output and error, which must land in the log.
-    std::string fake = writeExecutable(
+    std::string fake = pvtest::writeExecutable(
         dir, "fakepvcmd",
         "printf '%s|' \"$@\" > '" + record + ".tmp'; pwd >> '" + record + ".tmp'\n" +
             "echo printed; echo complained >&2\n" + "mv '" + record + ".tmp' '" + record + "'\n");
@@ -208,9 +187,9 @@ TEST(StartDetached, ScriptRunsUnderInterpreterWithLogBesideIt) {
 
     long pid = pv::startDetached(pv::quoteArgument(script) + " \"a b\" c", dir.str());
     EXPECT_GT(pid, 0);
-    std::string args = waitForFile(record, "\n");
+    std::string args = pvtest::waitForLine(record);
     EXPECT_EQ(args, script + "|a b|c|" + dir.str() + "\n");
-    std::string log = waitForFile(script + ".log", "complained");
+    std::string log = pvtest::waitForLine(script + ".log", "complained");
     EXPECT_NE(log.find("printed\n"), std::string::npos);
     EXPECT_NE(log.find("complained\n"), std::string::npos);
 }

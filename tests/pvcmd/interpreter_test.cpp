@@ -3,6 +3,7 @@
 #include "pvcmd/interpreter.h"
 #include "pvcmd/scriptline.h"
 #include "support/envguard.h"
+#include "support/standins.h"
 
 #include <gtest/gtest.h>
 
@@ -226,10 +227,8 @@ TEST(Interpreter, UnquotedResultsPathWithBlanksIsOneTarget) {
 
 TEST(Interpreter, ProgramsRunAndUnknownCommandsAreReported) {
     pvcmdtest::InTempDir here;
-    std::string tool = here.write("bin/tool", "#!/bin/sh\necho \"[$1][$2]\"\nexit 4\n");
-    std::string local = here.write("localtool", "#!/bin/sh\necho local\n");
-    ::chmod(tool.c_str(), 0755);
-    ::chmod(local.c_str(), 0755);
+    pvtest::writeExecutable(here, "bin/tool", "echo \"[$1][$2]\"\nexit 4\n");
+    pvtest::writeExecutable(here, "localtool", "echo local\n");
     pvtest::EnvGuard path("PATH", here.str() + "/bin:/usr/bin:/bin");
     auto run = runScriptText("@echo off\r\ntool \"a b\" c >> out.txt\r\n"
                              "tool.exe x > out2.txt\r\nlocaltool > out3.txt\r\n"
@@ -246,8 +245,8 @@ TEST(Interpreter, ProgramsRunAndUnknownCommandsAreReported) {
 
 TEST(Interpreter, StartWaitsOnlyWhenAsked) {
     pvcmdtest::InTempDir here;
-    std::string prog = here.write("prog.sh", "#!/bin/sh\nsleep 0.2\necho \"$1\" > \"$2\"\n");
-    ::chmod(prog.c_str(), 0755);
+    std::string prog =
+        pvtest::writeExecutable(here, "prog.sh", "sleep 0.2\necho \"$1\" > \"$2\"\n");
     const std::string waited = here / "waited.txt";
     const std::string detached = here / "detached.txt";
     auto run = runScriptText("@echo off\r\nstart \"title\" /wait /min " + prog + " w " + waited +

@@ -3,6 +3,7 @@
 
 #include "pvcmdtestutil.h"
 #include "support/envguard.h"
+#include "support/standins.h"
 
 #include "platform/process.h"
 #include "platform/pvversion.h"
@@ -10,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -41,8 +41,8 @@ TEST(PvcmdProgram, ShippedSingleCompareScriptPassesEverySwitch) {
     std::string b = dir.write("right/x 100%.txt", "X y\n");
     std::string result = dir / "Pairview Single1.txt";
     // The editor records what it was asked to open.
-    std::string editor = dir.write("bin/ed", "#!/bin/sh\nprintf '%s' \"$1\" > \"$0.arg\"\n");
-    ::chmod(editor.c_str(), 0755);
+    std::string editor =
+        pvtest::writeExecutable(dir, "bin/ed", "printf '%s' \"$1\" > \"$0.arg\"\n");
     pvtest::EnvGuard editorVar("PAIRVIEW_EDITOR", pv::quoteArgument(editor));
     // The last switch, /w, is the eleventh argument: only with it (and /c) do the
     // files compare equal.

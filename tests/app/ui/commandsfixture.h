@@ -2,7 +2,7 @@
 // A running main window on a settings file in a temporary program directory, with
 // the desktop editor replaced by a program that records its arguments.
 
-#include "lists/launchtestsupport.h"
+#include "support/standins.h"
 #include "support/qt/runningprogram.h"
 
 namespace pvtest {

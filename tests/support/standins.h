@@ -1,6 +1,6 @@
 #pragma once
-// Stand-in programs for the launcher tests: small shell scripts that record how
-// they were started.
+// Stand-in programs for tests that start programs: small shell scripts that record
+// how they were started.
 
 #include "support/envguard.h"
 #include "support/temptree.h"
@@ -28,13 +28,13 @@ inline std::string writeRecorder(const TempDir& dir, const std::string& name,
                                "'; done\nprintf '\\n' >> '" + log + "'\n");
 }
 
-// Polls for a line a detached process writes; bounded so a broken start fails
-// instead of hanging.
-inline std::string waitForLine(const std::string& path) {
+// Polls for a file a detached process writes until it holds `text` and ends with a
+// line end; bounded so a broken start fails instead of hanging.
+inline std::string waitForLine(const std::string& path, const std::string& text = "") {
     for (int i = 0; i < 500; ++i) {
-        std::string text = readFile(path);
-        if (!text.empty() && text.back() == '\n')
-            return text;
+        std::string now = readFile(path);
+        if (!now.empty() && now.back() == '\n' && now.find(text) != std::string::npos)
+            return now;
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
     return readFile(path);

@@ -1,4 +1,4 @@
-#include "lists/launchtestsupport.h"
+#include "support/standins.h"
 #include "platform/association.h"
 
 #include <gtest/gtest.h>
