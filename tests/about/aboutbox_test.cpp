@@ -1,7 +1,7 @@
 #include "about/aboutbox.h"
 
-#include "support/standins.h"
 #include "support/recordingprompter.h"
+#include "support/standins.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,8 @@ TEST(AboutBox, SystemInformationProgramIsChosenInOrder) {
     };
     pvtest::EnvGuard unset("PAIRVIEW_SYSINFO", "");
     EXPECT_EQ(pv::sysInfoProgram(finds({"hardinfo", "gnome-system-monitor"})), "hardinfo");
-    EXPECT_EQ(pv::sysInfoProgram(finds({"gnome-system-monitor", "kinfocenter"})), "kinfocenter");
+    EXPECT_EQ(pv::sysInfoProgram(finds({"gnome-system-monitor", "hardinfo", "kinfocenter"})),
+              "kinfocenter");
     EXPECT_EQ(pv::sysInfoProgram(finds({})), "");
     pvtest::EnvGuard chosen("PAIRVIEW_SYSINFO", "/opt/mine");
     EXPECT_EQ(pv::sysInfoProgram(finds({"kinfocenter"})), "/opt/mine");

@@ -1,5 +1,5 @@
-#include "support/standins.h"
 #include "platform/association.h"
+#include "support/standins.h"
 
 #include <gtest/gtest.h>
 

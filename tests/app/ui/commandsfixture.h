@@ -2,8 +2,8 @@
 // A running main window on a settings file in a temporary program directory, with
 // the desktop editor replaced by a program that records its arguments.
 
-#include "support/standins.h"
 #include "support/qt/runningprogram.h"
+#include "support/standins.h"
 
 namespace pvtest {
 
