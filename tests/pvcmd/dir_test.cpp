@@ -1,4 +1,5 @@
 #include "pvcmdtestutil.h"
+#include "support/unprivileged.h"
 
 #include "pvcmd/dirformat.h"
 
@@ -186,15 +187,16 @@ TEST(DirFormatLines, WideNumbersWidenTheField) {
 }
 
 TEST(DirAccess, UnreadableDirectoryIsReported) {
-    if (::geteuid() == 0)
-        GTEST_SKIP() << "permissions do not bind the superuser";
     pvtest::TempDir dir;
     dir.write("locked/x.txt", "x");
+    pvtest::handToUnprivileged(dir.path());
     std::filesystem::permissions(dir / "locked", std::filesystem::perms::owner_read,
                                  std::filesystem::perm_options::remove);
-    auto r = pvcmdtest::runTool(pvcmd::dirMain, dir.str(), {"locked"});
-    EXPECT_EQ(r.err, "Access is denied.\r\n");
-    EXPECT_EQ(r.code, 1);
+    int code = pvtest::runUnprivileged([&] {
+        auto r = pvcmdtest::runTool(pvcmd::dirMain, dir.str(), {"locked"});
+        return r.err == "Access is denied.\r\n" && r.code == 1 ? 0 : 1;
+    });
+    EXPECT_EQ(code, 0);
 }
 
 } // namespace
