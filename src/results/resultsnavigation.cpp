@@ -1,4 +1,5 @@
 #include "results/resultsnavigation.h"
+#include "results/linekind.h"
 #include "platform/textutil.h"
 
 #include <algorithm>
@@ -6,67 +7,10 @@
 
 namespace pv {
 
-namespace {
-
-std::string_view rtrimmed(std::string_view s) {
-    size_t e = s.find_last_not_of(' ');
-    return e == std::string_view::npos ? std::string_view() : s.substr(0, e + 1);
-}
-
-// A sequence column: digits, then blanks up to `width`.
-bool isSequenceField(std::string_view field) {
-    size_t digits = field.find_first_not_of("0123456789");
-    return digits != 0 && (digits == std::string_view::npos ||
-                           field.find_first_not_of(' ', digits) == std::string_view::npos);
-}
-
-// Where the attribute columns of a matched or different line start; npos when
-// the line is not of that form.
-size_t attributesStart(std::string_view line, bool& matched) {
-    static constexpr std::string_view kMatched = "-matched-   ", kDifferent = "-different- ";
-    static_assert(kMatched.size() == kDifferent.size());
-    size_t width = line.find('-');
-    if (width == std::string_view::npos || width == 0 || !isSequenceField(line.substr(0, width)))
-        return std::string_view::npos;
-    std::string_view tag = line.substr(width, kMatched.size());
-    matched = tag == kMatched;
-    if (!matched && tag != kDifferent)
-        return std::string_view::npos;
-    size_t second = width + kMatched.size();
-    if (line.size() < second + width || !isSequenceField(line.substr(second, width)))
-        return std::string_view::npos;
-    return second + width;
-}
-
-bool fitsAttributeColumn(std::string_view column) {
-    return column.back() == ' ' && rtrimmed(column).find("  ") == std::string_view::npos;
-}
-
-} // namespace
-
 std::string fileNameOfLine(std::string_view line) {
-    bool matched = false;
-    size_t start = attributesStart(line, matched);
-    if (start != std::string_view::npos) {
-        std::string_view rest = line.substr(start);
-        auto blanks = [](std::string_view a) { return std::count(a.begin(), a.end(), ' '); };
-        // A failure text ("Can't find the file") on one side breaks the equal
-        // blank count, so a second pass goes without it.
-        for (bool sameShape : {true, false})
-            for (size_t width = 1; 2 * width < rest.size(); ++width) {
-                std::string_view a1 = rest.substr(0, width), a2 = rest.substr(width, width);
-                if (!fitsAttributeColumn(a1) || !fitsAttributeColumn(a2))
-                    continue;
-                if ((a1.front() == ' ') != (a2.front() == ' ') ||
-                    (sameShape && blanks(rtrimmed(a1)) != blanks(rtrimmed(a2))))
-                    continue;
-                if (matched && trimBlanks(a1) != trimBlanks(a2))
-                    continue;
-                std::string_view name = trimBlanks(rest.substr(2 * width));
-                if (!name.empty())
-                    return std::string(name);
-            }
-    }
+    EntryFields fields = entryFields(line);
+    if (fields.kind == LineKind::Matched || fields.kind == LineKind::Different)
+        return std::string(fields.name);
     size_t p = line.find_last_of(' ');
     return std::string(trimBlanks(p == std::string_view::npos ? line : line.substr(p + 1)));
 }
