@@ -46,7 +46,7 @@ std::optional<std::string> settingsPathFromCommandLine(const std::string& comman
 namespace {
 
 constexpr const char* kHelp =
-    R"(Usage: pairview [-ini FILE]
+    R"(Usage: pairview [-ini FILE] [--open FILE]
 
 Compares two directories side by side and writes the command scripts (fc,
 findstr, dir, xcopy) that pvcmd runs.
@@ -54,6 +54,9 @@ findstr, dir, xcopy) that pvcmd runs.
   -ini FILE    settings file to use instead of Pairview.ini in the program
                directory ("/ini" and any letter case too; a path with blanks
                cannot be given)
+  --open FILE  open FILE in the internal editor of the Pairview already
+               running (scripts hand their reports over this way); with
+               none running, start one that opens it
   --help       show this text
   --version    show the version
 
@@ -65,11 +68,20 @@ Environment:
                     (default: xdg-open)
   PAIRVIEW_PVCMD    the script interpreter (default: pvcmd beside the program)
   PAIRVIEW_SYSINFO  the program the about box's "System Info" starts
+  PAIRVIEW_INSTANCE the local socket --open hands files over
+                    (default: pairview-UID)
 )";
 
 } // namespace
 
 StartRequest startRequest(const std::vector<std::string>& args) {
+    StartRequest request;
+    auto answer = [](StartRequest::Kind kind, std::string text) {
+        StartRequest r;
+        r.kind = kind;
+        r.text = std::move(text);
+        return r;
+    };
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
         const std::string upper = toUpper(a);
@@ -77,16 +89,23 @@ StartRequest startRequest(const std::vector<std::string>& args) {
             ++i; // the settings path, whatever it looks like
             continue;
         }
+        if (a == "--open") {
+            if (i + 1 == args.size())
+                return answer(StartRequest::Kind::Error,
+                              "pairview: --open needs a file (see pairview --help)\n");
+            request.openFile = args[++i];
+            continue;
+        }
         if (a == "--help")
-            return {StartRequest::Kind::Help, kHelp};
+            return answer(StartRequest::Kind::Help, kHelp);
         if (a == "--version")
-            return {StartRequest::Kind::Version,
-                    std::string("pairview ") + PAIRVIEW_VERSION + "\n"};
+            return answer(StartRequest::Kind::Version,
+                          std::string("pairview ") + PAIRVIEW_VERSION + "\n");
         if (a.rfind("--", 0) == 0)
-            return {StartRequest::Kind::Error,
-                    "pairview: unknown option " + a + " (see pairview --help)\n"};
+            return answer(StartRequest::Kind::Error,
+                          "pairview: unknown option " + a + " (see pairview --help)\n");
     }
-    return {};
+    return request;
 }
 
 } // namespace pv

@@ -19,10 +19,13 @@ std::optional<std::string> settingsPathFromCommandLine(const std::string& comman
 // What the program does before any window opens: "--help" and "--version" print
 // and end; any other word that begins with "--" is an error; everything else
 // (among it "-ini PATH" and words the settings rules ignore) starts the program.
+// "--open FILE" starts the program too, and hands FILE to an instance that is
+// already running when there is one.
 struct StartRequest {
     enum class Kind { Run, Help, Version, Error };
     Kind kind = Kind::Run;
     std::string text; // what to print: the help, the version line or the error line
+    std::string openFile; // the file of "--open FILE"; empty when not asked
 };
 StartRequest startRequest(const std::vector<std::string>& args);
 

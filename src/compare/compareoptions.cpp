@@ -1,6 +1,7 @@
 #include "compare/compareoptions.h"
 
 #include "settings/settings.h"
+#include "platform/process.h"
 #include "platform/textutil.h"
 
 #include <cctype>
@@ -67,12 +68,18 @@ std::string singleFcSwitches(const CompareOptions& o) {
 }
 
 std::string scriptEditor(std::string_view editorSetting) {
-    std::string upper(editorSetting);
-    for (char& c : upper)
-        c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    if (upper == "INTERNAL" || editorSetting.find(' ') != std::string_view::npos)
+    if (equalsNoCase(editorSetting, "INTERNAL"))
+        return "pairview --open";
+    if (editorSetting.find(' ') != std::string_view::npos)
         return "Write.exe";
     return std::string(editorSetting);
+}
+
+std::vector<std::string> scriptEnvironment(std::string_view editorSetting,
+                                           const std::string& pairviewPath) {
+    if (!equalsNoCase(editorSetting, "INTERNAL") || pairviewPath.empty())
+        return {};
+    return {"PAIRVIEW_EDITOR=" + quoteArgument(pairviewPath) + " --open"};
 }
 
 } // namespace pv

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace pv {
 
@@ -43,8 +44,16 @@ std::string directoryFcSwitches(const CompareOptions& options);
 // the on/off switches as above.
 std::string singleFcSwitches(const CompareOptions& options);
 
-// The program named in a compare script's last line: the editor setting, except
-// that "INTERNAL" (any case) and any name holding a blank give "Write.exe".
+// The program named in a script's last line, which opens the script's report:
+// the editor setting, except that "INTERNAL" (any case) gives "pairview --open"
+// (the report opens in the running Pairview's own editor) and any other name
+// holding a blank gives "Write.exe".
 std::string scriptEditor(std::string_view editorSetting);
+
+// The environment a started command file gets so that its "Write.exe" opens the
+// report where the editor setting says: with "INTERNAL" (any case) it is handed
+// to the running Pairview (`pairviewPath` --open); otherwise nothing is added.
+std::vector<std::string> scriptEnvironment(std::string_view editorSetting,
+                                           const std::string& pairviewPath);
 
 } // namespace pv

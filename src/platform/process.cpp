@@ -69,6 +69,8 @@ class SpawnSetup {
 
     posix_spawn_file_actions_t m_actions;
     posix_spawnattr_t m_attr;
+    // "NAME=value" entries that replace or add to this process's environment.
+    std::vector<std::string> m_environment;
 };
 
 pid_t spawn(const std::vector<std::string>& argv, SpawnSetup& setup) {
@@ -77,9 +79,26 @@ pid_t spawn(const std::vector<std::string>& argv, SpawnSetup& setup) {
     for (const std::string& a : argv)
         args.push_back(const_cast<char*>(a.c_str()));
     args.push_back(nullptr);
+    std::vector<char*> env;
+    if (!setup.m_environment.empty()) {
+        auto replaced = [&](const char* entry) {
+            for (const std::string& e : setup.m_environment) {
+                const size_t eq = e.find('=');
+                if (std::strncmp(entry, e.c_str(), eq + 1) == 0)
+                    return true;
+            }
+            return false;
+        };
+        for (char** e = environ; *e; ++e)
+            if (!replaced(*e))
+                env.push_back(*e);
+        for (const std::string& e : setup.m_environment)
+            env.push_back(const_cast<char*>(e.c_str()));
+        env.push_back(nullptr);
+    }
     pid_t pid = 0;
-    int rc =
-        ::posix_spawn(&pid, argv[0].c_str(), &setup.m_actions, &setup.m_attr, args.data(), environ);
+    int rc = ::posix_spawn(&pid, argv[0].c_str(), &setup.m_actions, &setup.m_attr, args.data(),
+                           env.empty() ? environ : env.data());
     if (rc != 0)
         throw RuntimeError::fromErrno(rc, argv[0]);
     return pid;
@@ -192,6 +211,13 @@ std::vector<std::string> resolveProgram(const std::string& name) {
     }
     if (isScriptName(name))
         return {pvcmdPath(), name};
+    // Scripts hand reports to Pairview; the one installed or built with this
+    // program is meant, whatever the search path holds.
+    if (lowered == "pairview") {
+        std::string beside = besideRunningProgram("pairview");
+        if (!beside.empty())
+            return {beside};
+    }
     if (name.find('/') != std::string::npos)
         return {name};
     std::string found = searchPath(name);
@@ -202,26 +228,34 @@ std::vector<std::string> resolveProgram(const std::string& name) {
     return {found};
 }
 
+std::string runningProgramPath() {
+    char self[4096];
+    ssize_t len = ::readlink("/proc/self/exe", self, sizeof self - 1);
+    return len > 0 ? std::string(self, static_cast<size_t>(len)) : std::string();
+}
+
+std::string besideRunningProgram(const std::string& name) {
+    const std::string exe = runningProgramPath();
+    const size_t slash = exe.rfind('/');
+    if (slash == std::string::npos)
+        return {};
+    std::string beside = exe.substr(0, slash + 1) + name;
+    return isExecutableFile(beside) ? beside : std::string();
+}
+
 std::string pvcmdPath() {
     const char* env = std::getenv("PAIRVIEW_PVCMD");
     if (env && *env)
         return env;
-    char self[4096];
-    ssize_t len = ::readlink("/proc/self/exe", self, sizeof self - 1);
-    if (len > 0) {
-        std::string exe(self, static_cast<size_t>(len));
-        size_t slash = exe.rfind('/');
-        if (slash != std::string::npos) {
-            std::string beside = exe.substr(0, slash + 1) + "pvcmd";
-            if (isExecutableFile(beside))
-                return beside;
-        }
-    }
+    std::string beside = besideRunningProgram("pvcmd");
+    if (!beside.empty())
+        return beside;
     std::string onPath = searchPath("pvcmd");
     return onPath.empty() ? std::string("pvcmd") : onPath;
 }
 
-long startDetached(const std::string& commandLine, const std::string& workingDirectory) {
+long startDetached(const std::string& commandLine, const std::string& workingDirectory,
+                   const std::vector<std::string>& environment) {
     std::vector<std::string> words = splitCommandLine(commandLine);
     if (words.empty())
         throw RuntimeError(ENOENT, "No program to start: " + std::string(std::strerror(ENOENT)));
@@ -238,6 +272,7 @@ long startDetached(const std::string& commandLine, const std::string& workingDir
         throw RuntimeError::fromErrno(ENOTDIR, workingDirectory);
 
     SpawnSetup setup;
+    setup.m_environment = environment;
     short flags = POSIX_SPAWN_SETSID;
     posix_spawnattr_setflags(&setup.m_attr, flags);
     if (!workingDirectory.empty())

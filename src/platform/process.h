@@ -23,6 +23,8 @@ std::string quoteArgument(const std::string& argument);
 //    (a first word without "/" looked up on $PATH), else "xdg-open";
 //  - a name ending in ".cmd" or ".bat" (any case) runs under the script
 //    interpreter: {pvcmdPath(), script};
+//  - "pairview" (any case) is the one beside the running executable, when there
+//    is one there;
 //  - a name with a "/" is used as it stands;
 //  - otherwise the name on $PATH, and "x" for "x.exe" when only that exists.
 // Returns the argv prefix to run (program first), or empty when nothing is found.
@@ -32,15 +34,24 @@ std::vector<std::string> resolveProgram(const std::string& name);
 // beside the running executable, else "pvcmd" on $PATH.
 std::string pvcmdPath();
 
+// The running executable's path (empty when the system does not say).
+std::string runningProgramPath();
+// An executable file `name` in the running executable's directory; empty when
+// there is none.
+std::string besideRunningProgram(const std::string& name);
+
 // Starts a command line detached (not waited on, no handle kept) after resolving
 // its first word with resolveProgram. For a script, what it prints outside its own
 // redirections goes to a log beside it: the script's name plus ".log"
 // ("Pairview.cmd" -> "Pairview.cmd.log"). Returns the process id.
 // The program runs in a new session with standard input from /dev/null; a
 // missing working directory throws with the directory's name.
+// `environment` holds "NAME=value" entries that replace or add to this process's
+// environment for the started program.
 // Throws RuntimeError (errno number and text) when the program cannot be started;
 // a program that cannot be found gives ENOENT with the program name in the text.
-long startDetached(const std::string& commandLine, const std::string& workingDirectory = {});
+long startDetached(const std::string& commandLine, const std::string& workingDirectory = {},
+                   const std::vector<std::string>& environment = {});
 
 // Starts argv (already split and resolved) and waits for it; returns its exit code
 // (128 + signal number when killed). Used by the script interpreter. The child's

@@ -43,7 +43,7 @@ TEST(DirectoryCompare, SingleModeWritesResultsStartScriptAndStartsIt) {
                                                   "\r\nfc /lb100 /2 \"/a/x\" \"/b/x\"  >> " +
                                                   files.results +
                                                   "\r\n"
-                                                  "\r\nWrite.exe \"" +
+                                                  "\r\npairview --open \"" +
                                                   files.results + "\"\r\n\r\n");
     EXPECT_EQ(started, std::vector<std::string>{files.script});
     EXPECT_EQ(dc.lastTask(), 42);

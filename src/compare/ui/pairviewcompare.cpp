@@ -239,11 +239,13 @@ void Pairview::CompareDirectories() {
 void Pairview::compare_singles(const std::string& fileName1, const std::string& dirPath1,
                                const std::string& fileName2, const std::string& dirPath2) {
     const std::string& programDir = globals().paths.programDirectory;
+    const CompareOptions options = readCompareOptions(programSettings());
     std::string command =
         compareSinglesCommand(programDir, fileName1, dirPath1, fileName2, dirPath2,
-                              singleResultFile(programDir, tag().trimmed().toStdString()),
-                              readCompareOptions(programSettings()));
-    lastTask = startDetached(command);
+                              singleResultFile(programDir, tag().trimmed().toStdString()), options);
+    // The command file ends with "Write.exe": with the internal editor chosen,
+    // its report comes back to this program.
+    lastTask = startDetached(command, {}, scriptEnvironment(options.editor, runningProgramPath()));
 }
 
 void Pairview::CompareSingle_Click() {

@@ -2,6 +2,7 @@
 
 #include "app/errorpolicy.h"
 #include "app/programpaths.h"
+#include "app/ui/formregistry.h"
 #include "app/ui/mdiform1.h"
 #include "editor/editorfile.h"
 #include "editor/editortexts.h"
@@ -84,6 +85,25 @@ frmNotePad* LoadFileIntoEditor(const std::string& path) {
     editor->setCaption(absolutePath(file));
     QGuiApplication::restoreOverrideCursor();
     return showEditor(editor);
+}
+
+frmNotePad* OpenReportInEditor(const std::string& path) {
+    const std::string caption = absolutePath(path);
+    for (QWidget* form : FormRegistry::openForms()) {
+        auto* editor = qobject_cast<frmNotePad*>(form);
+        if (!editor || editor->caption() != caption || editor->isModified())
+            continue;
+        try {
+            editor->setLoadedText(loadEditorFile(caption));
+        } catch (const std::exception& e) {
+            prompter().message(kCantOpenFile + caption + "\r\n" + errorDescription(e));
+            return nullptr;
+        }
+        if (auto* sub = qobject_cast<QMdiSubWindow*>(editor->parentWidget()); sub && sub->mdiArea())
+            sub->mdiArea()->setActiveSubWindow(sub);
+        return editor;
+    }
+    return LoadFileIntoEditor(path);
 }
 
 void ShowEditorOpenDialog() {

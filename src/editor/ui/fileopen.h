@@ -25,6 +25,10 @@ frmNotePad* mnuFileNew();
 // Opens a file in a new editor window; double quotes in the path are removed. A
 // file that cannot be read is reported ("Can't open file: ") and no window opens.
 frmNotePad* LoadFileIntoEditor(const std::string& path);
+// Opens a report a script hands over: an editor window that already shows the
+// file and holds no unsaved change reads it again and comes to the front;
+// otherwise the file opens in a new window as above.
+frmNotePad* OpenReportInEditor(const std::string& path);
 // The Open dialog, with the file types of the pattern list; the file chosen
 // opens in a new window and goes to the recent list.
 void ShowEditorOpenDialog();

@@ -7,23 +7,33 @@
 #include "compare/filelisting.h"
 #include "compare/ui/pairview.h"
 #include "platform/prompter.h"
+#include "platform/runtimeerror.h"
+#include "platform/textutil.h"
 #include "platform/textfile.h"
+#include "results/reportexport.h"
 #include "results/resultsnavigation.h"
 #include "results/ui/resultsmodel.h"
 #include "results/ui/resultsview.h"
 #include "sidebyside/ui/frmsidebyside.h"
 #include "status/ui/walkprogressbar.h"
 
+#include <filesystem>
+
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QSplitter>
+#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace pv {
@@ -69,18 +79,44 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_percentage->setReadOnly(true);
     m_percentage->setMaximumWidth(90);
 
+    m_saveReport = new QPushButton("Save Report...", this);
+    m_saveReport->setObjectName("SaveReport");
+    m_saveReport->setToolTip("Save the results as an HTML page or a CSV table");
+    m_differencesOnly = new QCheckBox("Differences only", this);
+    m_differencesOnly->setObjectName("DifferencesOnly");
+    m_differencesOnly->setToolTip("Hide matched files and statistics; the list keeps every line");
+    m_tree = new QTreeWidget(this);
+    m_tree->setObjectName("ResultsTree");
+    m_tree->setHeaderLabels({"Directory", "Different", "One only", "Two only"});
+    m_tree->header()->setStretchLastSection(false);
+    m_tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_tree->setToolTip("The compared directories, the latest compare first; "
+                       "pick one to show its lines");
+    m_model->setColours(ResultColours::fromPalette(m_list->palette()));
+
     m_buttons = new QHBoxLayout;
     m_buttons->addWidget(m_nextDifference);
     m_buttons->addWidget(m_print);
     m_buttons->addWidget(m_sideBySideButton);
+    m_buttons->addWidget(m_saveReport);
     m_buttons->addWidget(m_progressBar, 1);
     m_buttons->addWidget(m_percentage);
+    auto* top = new QHBoxLayout;
+    top->addWidget(m_differencesOnly);
+    top->addWidget(createLegend());
+    top->addStretch(1);
+    auto* split = new QSplitter(Qt::Horizontal, this);
+    split->addWidget(m_tree);
+    split->addWidget(m_list);
+    split->setStretchFactor(1, 3);
+    split->setSizes({220, 660});
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(m_list, 1);
+    layout->addLayout(top);
+    layout->addWidget(split, 1);
     layout->addLayout(m_buttons);
     m_walkProgress = new WalkProgressBar(this);
     layout->addWidget(m_walkProgress);
-    resize(760, 420);
+    resize(900, 460);
 
     // A selection made by code or by the keys raises the click as well; a mouse
     // click on the line already selected does too (one that moves the selection
@@ -95,6 +131,12 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     });
     connect(m_nextDifference, &QPushButton::clicked, this, &ResultsList::NextDifference_Click);
     connect(m_print, &QPushButton::clicked, this, &ResultsList::PrintButton_Click);
+    connect(m_saveReport, &QPushButton::clicked, this, &ResultsList::SaveReport_Click);
+    connect(m_differencesOnly, &QCheckBox::toggled, this, &ResultsList::setDifferencesOnly);
+    connect(m_tree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+        if (item)
+            showTreeNodeLine(item->data(0, Qt::UserRole).toLongLong());
+    });
     // The side-by-side window is opened on purpose only: the button, Enter or a
     // double-click (the click before it still compares with fc).
     connect(m_sideBySideButton, &QPushButton::clicked, this, &ResultsList::SideBySide_Click);
@@ -171,6 +213,9 @@ void ResultsList::setCntl(std::string_view value) {
     m_cntl = value;
     if (m_cntl.empty() && !ending)
         paintNow();
+    else if (ending)
+        refreshTree(); // the tree is built once the compare has ended
+
 }
 
 void ResultsList::InitializeProgressBar1(long max) {
@@ -246,6 +291,8 @@ void ResultsList::paintNow() {
         m_list->setCurrentIndex(m_model->index(count - 1));
     else
         m_list->scrollToBottom();
+    if (m_cntl != "Process")
+        refreshTree();
     if (isVisible()) {
         m_list->viewport()->repaint();
         QWidget::repaint();
@@ -277,8 +324,9 @@ void ResultsList::selectLine(int index) {
         List1_Click(); // selecting the selected line clicks it again
     else if (index < 0)
         m_list->setCurrentIndex({});
-    else
-        m_list->setCurrentIndex(m_model->index(index));
+    else // a line the list does not show: the next one it shows
+        m_list->setCurrentIndex(m_model->index(
+            std::min(m_model->rowAtOrAfter(index), m_model->rowCount() - 1)));
 }
 
 bool ResultsList::eventFilter(QObject* watched, QEvent* event) {
@@ -296,7 +344,107 @@ bool ResultsList::eventFilter(QObject* watched, QEvent* event) {
 
 int ResultsList::selectedLine() const {
     const QModelIndex current = m_list->currentIndex();
-    return current.isValid() ? current.row() : -1;
+    return current.isValid() ? static_cast<int>(m_model->lineOfRow(current.row())) : -1;
+}
+
+void ResultsList::setDifferencesOnly(bool on) {
+    flush();
+    const long selected = selectedLine();
+    m_model->setDifferencesOnly(on);
+    if (m_differencesOnly->isChecked() != on)
+        m_differencesOnly->setChecked(on);
+    // The selection stays on its line where that is still shown; the toggle
+    // compares nothing.
+    const int row = selected < 0 ? -1 : m_model->rowOfLine(selected);
+    if (row >= 0) {
+        const QSignalBlocker quiet(m_list->selectionModel());
+        m_list->setCurrentIndex(m_model->index(row));
+        m_list->scrollTo(m_model->index(row), QAbstractItemView::PositionAtCenter);
+    }
+    m_list->viewport()->update();
+}
+
+std::vector<long> ResultsList::shownLines() const {
+    flush();
+    std::vector<long> out;
+    for (int row = 0; row < m_model->rowCount(); ++row)
+        out.push_back(m_model->lineOfRow(row));
+    return out;
+}
+
+void ResultsList::showTreeNodeLine(long line) {
+    flush();
+    const int row = m_model->rowAtOrAfter(line);
+    if (row < m_model->rowCount())
+        m_list->scrollTo(m_model->index(row), QAbstractItemView::PositionAtTop);
+}
+
+QWidget* ResultsList::createLegend() {
+    auto* legend = new QWidget(this);
+    legend->setObjectName("Legend");
+    auto* row = new QHBoxLayout(legend);
+    row->setContentsMargins(0, 0, 0, 0);
+    const ResultColours colours = ResultColours::fromPalette(palette());
+    const std::pair<const char*, QColor> keys[] = {
+        {"different", colours.different},
+        {"only in directory 1", colours.oneOnly},
+        {"only in directory 2", colours.twoOnly},
+        {"directory unmatched or unreadable", colours.directory}};
+    for (const auto& [text, colour] : keys) {
+        auto* label = new QLabel(text, legend);
+        label->setAutoFillBackground(true);
+        QPalette pal = label->palette();
+        pal.setColor(QPalette::Window, colour);
+        label->setPalette(pal);
+        label->setMargin(2);
+        row->addWidget(label);
+    }
+    return legend;
+}
+
+void ResultsList::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) {
+        m_model->setColours(ResultColours::fromPalette(m_list->palette()));
+        m_treeLines = -1;
+        refreshTree();
+    }
+    QWidget::changeEvent(event);
+}
+
+void ResultsList::refreshTree() {
+    const ResultsTree& tree = m_model->tree();
+    if (m_treeLines == m_model->lines().size())
+        return;
+    m_treeLines = m_model->lines().size();
+    const ResultColours colours = ResultColours::fromPalette(m_list->palette());
+    const QSignalBlocker quiet(m_tree);
+    m_tree->clear();
+    for (auto run = tree.runs().rbegin(); run != tree.runs().rend(); ++run) {
+        if (run->nodes.empty())
+            continue;
+        // Nodes are made parents first, so a node's parent item already exists.
+        std::vector<QTreeWidgetItem*> items(run->nodes.size());
+        for (size_t id = 0; id < run->nodes.size(); ++id) {
+            const ResultsTreeNode& node = run->nodes[id];
+            QTreeWidgetItem* item =
+                node.parent < 0 ? new QTreeWidgetItem(m_tree)
+                                : new QTreeWidgetItem(items[size_t(node.parent)]);
+            items[id] = item;
+            item->setText(0, QString::fromUtf8(node.name.data(), qsizetype(node.name.size())));
+            item->setData(0, Qt::UserRole, qlonglong(node.line));
+            const DirectoryCounts& c = node.below;
+            item->setText(1, QString::number(c.different));
+            item->setText(2, QString::number(c.oneOnly));
+            item->setText(3, QString::number(c.twoOnly));
+            const QColor tint = node.mark != LineKind::Plain ? colours.of(node.mark)
+                                : c.any()                    ? colours.different
+                                                             : QColor();
+            if (tint.isValid())
+                for (int column = 0; column < 4; ++column)
+                    item->setBackground(column, tint);
+        }
+        items[0]->setExpanded(true);
+    }
 }
 
 QString ResultsList::progressText() const {
@@ -345,6 +493,37 @@ void ResultsList::NextDifference_Click() {
         selectLine(static_cast<int>(next.index));
         prompter().message("End of list. Reset search to position 1");
         break;
+    }
+}
+
+void ResultsList::SaveReport_Click() {
+    flush();
+    const ResultsTree& tree = m_model->tree();
+    LineRange range{0, store().size()};
+    if (tree.runs().size() > 1) {
+        switch (prompter().ask("Save only the latest compare run?\r\n"
+                               "(No saves every run in the list.)",
+                               "Save Report", MessageIcon::Question)) {
+        case Answer::Yes: range = latestRun(store(), tree); break;
+        case Answer::No: break;
+        case Answer::Cancel: return;
+        }
+    }
+    const std::string directory =
+        std::filesystem::path(m_listFilePath).parent_path().string();
+    std::optional<std::string> path = prompter().saveFileName(
+        "Save Report", directory, "HTML page (*.html);;CSV table (*.csv)");
+    if (!path || path->empty())
+        return;
+    const std::string extension = toUpper(std::filesystem::path(*path).extension().string());
+    const bool csv = extension == ".CSV";
+    if (extension.empty())
+        *path += ".html";
+    try {
+        writeFileAtomic(*path, csv ? reportCsv(store(), range) : reportHtml(store(), range, tree));
+    } catch (const RuntimeError& e) {
+        prompter().message("Could not save the report " + *path + ":\r\n" + e.description(),
+                           "Save Report", MessageIcon::Critical);
     }
 }
 

@@ -11,8 +11,11 @@
 #include <string>
 #include <vector>
 
+class QCheckBox;
 class QHBoxLayout;
 class QProgressBar;
+class QTreeWidget;
+class QTreeWidgetItem;
 class QPushButton;
 class QLineEdit;
 
@@ -93,12 +96,25 @@ class ResultsList : public QWidget, public CompareObserver {
     void NextDifference_Click();
     void PrintButton_Click();
     void SideBySide_Click();
+    // Writes the latest compare run, or every run, as an HTML page or a CSV
+    // table, as the user chooses.
+    void SaveReport_Click();
+
+    // "Differences only": the list shows the lines that report a difference;
+    // line indexes (selectLine, selectedLine) stay those of the whole list.
+    void setDifferencesOnly(bool on);
+    // The rows the list shows, as line indexes.
+    std::vector<long> shownLines() const;
+    // The directory tree: a node's line is scrolled to the top of the list.
+    QTreeWidget* resultsTree() const { return m_tree; }
+    void showTreeNodeLine(long line);
 
     // The row of buttons, for callers that add their own after the progress.
     QHBoxLayout* buttonRow() const { return m_buttons; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
@@ -107,12 +123,19 @@ class ResultsList : public QWidget, public CompareObserver {
     void paintNow();
     // The file name and directories of the selected line, when it names a pair.
     bool selectedPair(std::string& fileName, LineDirectories& dirs) const;
+    QWidget* createLegend();
+    // Builds the tree again when lines came since it was last built.
+    void refreshTree();
 
     ResultsModel* m_model;
     ResultsView* m_list;
     QHBoxLayout* m_buttons;
     QPushButton* m_nextDifference;
     QPushButton* m_print;
+    QPushButton* m_saveReport;
+    QCheckBox* m_differencesOnly;
+    QTreeWidget* m_tree;
+    long m_treeLines = -1; // the lines the tree was built from
     QProgressBar* m_progressBar;
     QLineEdit* m_percentage;
     WalkProgressBar* m_walkProgress;

@@ -196,8 +196,11 @@ void ResultsView::paintEvent(QPaintEvent* event) {
         if (!rect.intersects(event->rect()))
             continue;
         const bool selected = selectionModel() && selectionModel()->isSelected(index);
-        if (selected)
+        if (selected) {
             painter.fillRect(rect, pal.highlight());
+        } else if (const QVariant tint = model()->data(index, Qt::BackgroundRole); tint.isValid()) {
+            painter.fillRect(rect, tint.value<QColor>());
+        }
         painter.setPen(selected ? pal.highlightedText().color() : pal.text().color());
         painter.drawText(QRect(kMargin - horizontalOffset(), rect.top(),
                                horizontalOffset() + rect.width(), height),

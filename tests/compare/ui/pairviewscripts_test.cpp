@@ -3,12 +3,14 @@
 // scripts end with is a recording stand-in.
 
 #include "app/ui/commandsfixture.h"
+#include "app/ui/instancechannel.h"
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/filelistbox.h"
 #include "pvcmd/scriptrun.h"
 
 #include <QAction>
 #include <QPushButton>
+#include <QTest>
 
 using pv::Side;
 
@@ -100,6 +102,24 @@ TEST_F(PairviewScripts, RunShellStartsTheSelectedFileWithItsParameters) {
     prompts.inputAnswers = {"one \"two three\""};
     press("RunShell");
     EXPECT_EQ(pvtest::waitForLine(log), "[one][two three]\n");
+}
+
+// With the internal editor chosen, the compare script's last line hands its
+// results file to the running program instead of an outside editor.
+TEST_F(PairviewScripts, InternalEditorHandsTheCompareReportToTheRunningProgram) {
+    pvtest::EnvGuard name("PAIRVIEW_INSTANCE",
+                          "pairview-test-" + std::to_string(QCoreApplication::applicationPid()));
+    pv::InstanceServer server;
+    ASSERT_TRUE(server.listen());
+    QStringList handed;
+    QObject::connect(&server, &pv::InstanceServer::fileRequested,
+                     [&](const QString& path) { handed << path; });
+    write("APPLICATION", "EDITOR", "INTERNAL");
+    start();
+    press("Compare_Button");
+    QTRY_COMPARE_WITH_TIMEOUT(handed, QStringList{QString::fromStdString(home / "Pairview.txt")},
+                              20000);
+    EXPECT_FALSE(std::filesystem::exists(editorLog)) << "no outside editor";
 }
 
 } // namespace

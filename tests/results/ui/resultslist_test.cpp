@@ -3,7 +3,9 @@
 #include "support/recordingprompter.h"
 #include "support/temptree.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
+#include <QTreeWidget>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
@@ -163,6 +165,81 @@ TEST(ResultsList, NextDifferenceStepsWrapsAndSaysSo) {
     }
     EXPECT_EQ(prompter.messages.back(), "End of list. Reset search to position 1");
     EXPECT_EQ(t.compared.size(), 3u); // the wrap selects line 1, which names no pair
+}
+
+// With "differences only" the list shows the lines that differ with their
+// blocks' headers; a click, Enter and Next Difference act on the shown line.
+TEST(ResultsList, DifferencesOnlyShowsDifferencesAndActsOnTheShownLines) {
+    pvtest::RecordingPrompter prompter;
+    Recorded t;
+    t.r.show();
+    t.r.selectLine(10);
+    auto* box = t.r.findChild<QCheckBox*>("DifferencesOnly");
+    box->setChecked(true);
+    EXPECT_EQ(t.r.shownLines(), (std::vector<long>{1, 2, 4, 5, 8, 9, 11}));
+    EXPECT_EQ(t.r.lineCount(), 12) << "the list keeps every line";
+    EXPECT_EQ(t.compared.size(), 1u) << "the toggle compares nothing";
+    t.click(6); // row 6 shows line 11
+    EXPECT_EQ(t.r.selectedLine(), 11);
+    EXPECT_EQ(t.compared.back(), (Pair{"w.txt", "/a/s", "w.txt", "/b/s"}));
+    t.list->setFocus();
+    t.click(2); // line 4
+    QTest::keyClick(t.list, Qt::Key_Return);
+    EXPECT_EQ(t.shown, (Pairs{{"x.txt", "/a", "x.txt", "/b"}}));
+    for (int expected : {11, 1, 4}) {
+        t.r.NextDifference_Click();
+        EXPECT_EQ(t.r.selectedLine(), expected);
+    }
+    box->setChecked(false);
+    EXPECT_EQ(t.r.shownLines().size(), 12u);
+    EXPECT_EQ(t.r.selectedLine(), 4) << "the selection keeps its line";
+}
+
+TEST(ResultsList, TreeNodeScrollsTheListToItsBlockAndIsTintedWhenItDiffers) {
+    Recorded t;
+    t.r.setCntl("Process");
+    for (int n = 0; n < 200; ++n)
+        t.r.addLine(std::to_string(n) + " -matched-   0   f" + std::to_string(n));
+    t.r.setCntl("");
+    t.r.resize(600, 300);
+    t.r.show();
+    auto* tree = t.r.findChild<QTreeWidget*>("ResultsTree");
+    ASSERT_EQ(tree->topLevelItemCount(), 1);
+    QTreeWidgetItem* top = tree->topLevelItem(0);
+    ASSERT_EQ(top->childCount(), 1);
+    EXPECT_EQ(top->text(0), "/a");
+    EXPECT_EQ(top->child(0)->text(0), "s");
+    EXPECT_EQ(top->child(0)->text(1), "1"); // w.txt differs
+    EXPECT_EQ(top->text(2), "1");           // y.txt, counted at the top
+    EXPECT_NE(top->background(0), QBrush());
+    t.list->scrollToBottom();
+    tree->setCurrentItem(top->child(0));
+    EXPECT_EQ(t.list->firstVisibleRow(), 8);
+    EXPECT_TRUE(t.compared.empty()) << "picking a node selects no line";
+}
+
+TEST(ResultsList, SaveReportWritesHtmlOrCsvOfTheChosenRuns) {
+    pvtest::TempDir dir;
+    pvtest::RecordingPrompter prompter;
+    Recorded t(false);
+    t.add({"Start\t1", "Directory 1: /a ", "Directory 2: /b ", "0 -different- 0   old",
+           "end of Directory compare\t1", "Start\t2", "Directory 1: /c ", "Directory 2: /d ",
+           "0 -one only-  0    new", "end of Directory compare\t2"});
+    prompter.askAnswers = {Answer::Yes, Answer::No};
+    prompter.fileAnswers = {dir / "latest.csv", dir / "all"};
+    t.r.SaveReport_Click();
+    EXPECT_EQ(pvtest::readFile(dir / "latest.csv"),
+              "kind,directory 1,directory 2,name,attributes 1,attributes 2\r\n"
+              "one only,/c,/d,new,,\r\n");
+    t.r.SaveReport_Click();
+    const std::string html = pvtest::readFile(dir / "all.html");
+    EXPECT_EQ(html.rfind("<!DOCTYPE html>", 0), 0u);
+    EXPECT_NE(html.find(">old<"), std::string::npos);
+    EXPECT_NE(html.find(">new<"), std::string::npos);
+    // Cancelled at the question: nothing is asked further.
+    t.r.SaveReport_Click();
+    EXPECT_EQ(prompter.messages.back(), "Save only the latest compare run?\r\n"
+                                        "(No saves every run in the list.)");
 }
 
 TEST(ResultsList, PrintWritesTheListAndOpensIt) {
