@@ -1,4 +1,5 @@
 #include "pvcmd/interpreter.h"
+#include "pvcmd/toolsupport.h"
 
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
@@ -51,24 +52,6 @@ std::string currentDirectory() {
         buf.resize(buf.size() * 2);
     }
     return buf.c_str();
-}
-
-// The message the command interpreter gives for a file it cannot open.
-std::string openFailureText(int err) {
-    switch (err) {
-    case ENOENT:
-    case ENOTDIR:
-        return kPathNotFound;
-    case EACCES:
-    case EPERM:
-    case EISDIR:
-    case EROFS:
-        return "Access is denied.";
-    case ENOSPC:
-        return "There is not enough space on the disk.";
-    default:
-        return std::strerror(err);
-    }
 }
 
 // An output stream buffer over a file descriptor that remembers the first
@@ -370,7 +353,7 @@ int Interpreter::execute(const ScriptLine& line) {
     std::string failed;
     if (!files.open(line.redirections(), error, failed)) {
         m_outputLost = true;
-        m_io.err << openFailureText(error) << "\r\n";
+        m_io.err << systemMessage(error) << "\r\n";
         m_io.err.flush();
         return 1;
     }
@@ -392,7 +375,7 @@ int Interpreter::execute(const ScriptLine& line) {
     int writeError = outBuf.error() ? outBuf.error() : errBuf.error();
     if (writeError != 0) {
         const std::string& target = outBuf.error() ? files.outTarget() : files.errTarget();
-        m_io.err << "Cannot write to " << target << ": " << openFailureText(writeError) << "\r\n";
+        m_io.err << "Cannot write to " << target << ": " << systemMessage(writeError) << "\r\n";
         m_io.err.flush();
         m_outputLost = true;
         if (status == 0)
