@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iostream>
+#include <set>
 #include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -230,11 +231,25 @@ int Interpreter::runFile(ScriptCall script) {
         m_status = 1;
         return 1;
     }
+    // Without "if" or "goto" a script that comes back to itself through
+    // takeovers can never end; it is stopped after a while.
+    std::set<std::pair<dev_t, ino_t>> seen;
+    int comebacks = 0;
     for (;;) {
         std::ifstream file(script.path, std::ios::binary);
         if (!file || pv::isDirectory(script.path)) {
             m_io.err << kFileNotFound << "\r\n";
             m_io.err.flush();
+            return 1;
+        }
+        struct stat st {};
+        if (::stat(script.path.c_str(), &st) == 0 && !seen.insert({st.st_dev, st.st_ino}).second &&
+            ++comebacks > kMaxNesting) {
+            m_io.err << "A script took over from itself more than " << kMaxNesting
+                     << " times; the script stops.\r\n";
+            m_io.err.flush();
+            m_exit = true;
+            m_status = 1;
             return 1;
         }
         m_percent.args = script.args;

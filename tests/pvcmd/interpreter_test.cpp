@@ -164,6 +164,8 @@ INSTANTIATE_TEST_SUITE_P(Rows, Script, ::testing::Values(
     // "foot" runs foot.cmd, which does not return to the lines after it.
     ScriptCase{"ScriptTakesOverWithoutExtension", "echo echo ran foot^>^>f>foot.cmd\r\nfoot\r\necho not reached>>f\r\n",
                {}, "ran foot\n", "", "", 0},
+    ScriptCase{"ScriptTakingOverKeepsTheRedirection", "echo echo inner>foot.cmd\r\nfoot >f\r\necho not reached>>f\r\n",
+               {}, "inner\n", "", "", 0},
     ScriptCase{"CallReturns", "echo echo ran %%1^>^>f>foot.cmd\r\ncall foot.cmd one\r\necho back>>f\r\n",
                {}, "ran one\nback\n", "", "", 0},
     // After "shift" the first argument is %0; "shift /1" keeps %0.
@@ -322,6 +324,17 @@ TEST(Interpreter, CallRecursionIsBounded) {
     EXPECT_EQ(readFile(here / "count").size(), 31u * 3);
     EXPECT_FALSE(std::filesystem::exists(here / "f"));
     EXPECT_EQ(std::getenv(pvcmd::Interpreter::kNestingVariable), nullptr);
+}
+
+// Control passes for good, so a script naming itself loops; it is stopped.
+TEST(Interpreter, ScriptTakingOverFromItselfIsStopped) {
+    pvcmdtest::InTempDir here;
+    here.write("self.cmd", "@echo x>>count\r\n@self\r\n@echo never>>f\r\n");
+    auto run = runScriptText("@echo off\r\nself.cmd\r\necho never>>f\r\n");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "A script took over from itself more than 32 times; the script stops.\r\n");
+    EXPECT_EQ(readFile(here / "count").size(), 33u * 3);
+    EXPECT_FALSE(std::filesystem::exists(here / "f"));
 }
 
 TEST(Interpreter, StartWaitsOnlyWhenAsked) {
