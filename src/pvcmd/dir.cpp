@@ -515,7 +515,7 @@ class DirRun {
     ToolIo& m_io;
     Totals m_total;
     int m_listedBlocks = 0;
-    bool m_unreadable = false; // a directory could not be read: no "File Not Found" on top
+    bool m_unreadable = false;    // a directory could not be read: no "File Not Found" on top
     bool m_anyUnreadable = false; // something could not be listed: the exit code says so
     std::string m_freeDir = ".";
 };

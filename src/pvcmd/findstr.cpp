@@ -115,8 +115,8 @@ bool parseArguments(const ToolArgs& args, FindstrOptions& o, std::ostream& err) 
     bool switchesDone = false;
     for (const std::string& arg : args) {
         if (isValueSwitchWithoutValue(arg)) {
-            writeLine(err, std::string("FINDSTR: /") + static_cast<char>(arg[1] & ~0x20) +
-                               " ignored");
+            writeLine(err,
+                      std::string("FINDSTR: /") + static_cast<char>(arg[1] & ~0x20) + " ignored");
             continue;
         }
         if (arg.size() > 1 && arg[0] == '/') {
@@ -131,7 +131,8 @@ bool parseArguments(const ToolArgs& args, FindstrOptions& o, std::ostream& err) 
             ClassifiedWord word = classifyWord(arg, isSwitchPiece);
             // After the search text a switch is out of place; it is no file name
             // either (with /s, "/s" as a name would search the whole system).
-            if (word.kind == WordKind::BadSwitch || (switchesDone && word.kind == WordKind::Switches))
+            if (word.kind == WordKind::BadSwitch ||
+                (switchesDone && word.kind == WordKind::Switches))
                 return false;
             if (word.kind == WordKind::Switches) {
                 for (const std::string& piece : word.switches)

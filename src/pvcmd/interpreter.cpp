@@ -26,7 +26,9 @@ bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-std::string trim(const std::string& text) { return std::string(pv::trimBlanks(text, " \t")); }
+std::string trim(const std::string& text) {
+    return std::string(pv::trimBlanks(text, " \t"));
+}
 
 std::string withoutQuotes(const std::string& text) {
     std::string out;
@@ -190,9 +192,8 @@ bool isScriptFile(const std::string& path) {
 
 bool hasScriptExtension(const std::string& name) {
     std::string lower = pv::toLower(name);
-    return lower.size() > 4 &&
-           (lower.compare(lower.size() - 4, 4, ".cmd") == 0 ||
-            lower.compare(lower.size() - 4, 4, ".bat") == 0);
+    return lower.size() > 4 && (lower.compare(lower.size() - 4, 4, ".cmd") == 0 ||
+                                lower.compare(lower.size() - 4, 4, ".bat") == 0);
 }
 
 } // namespace
@@ -381,8 +382,8 @@ int Interpreter::execute(const ScriptLine& line) {
     std::ostream& err = files.errFd() >= 0 ? errFile : m_io.err;
     ToolIo io{m_io.in, out, err};
 
-    int status =
-        dispatch(line.text(), io, !line.redirections().empty(), files.outFd(), files.errFd(), false);
+    int status = dispatch(line.text(), io, !line.redirections().empty(), files.outFd(),
+                          files.errFd(), false);
     out.flush();
     err.flush();
     // Output lost on its way into a file fails the line and, in the end, the
@@ -489,8 +490,7 @@ int Interpreter::runNested(const ScriptCall& script, ToolIo& io) {
 // The script a line names: "x.cmd" or "x.bat", or "x" standing for one of them,
 // looked up in the current directory and then on the search path, as the
 // interpreter finds scripts. A program "x" found first is not a script.
-std::optional<Interpreter::ScriptCall>
-Interpreter::scriptNamedBy(const std::string& text) const {
+std::optional<Interpreter::ScriptCall> Interpreter::scriptNamedBy(const std::string& text) const {
     std::vector<std::string> words = pv::splitCommandLine(text);
     if (words.empty() || words[0].empty())
         return std::nullopt;

@@ -1,16 +1,16 @@
 // xcopy: copies files and directory trees.
 
 #include "platform/filecopy.h"
+#include "platform/textutil.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
 #include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
-#include "platform/textutil.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
-#include <algorithm>
 #include <cstring>
 #include <ctime>
 #include <filesystem>
@@ -391,7 +391,8 @@ class XcopyRun {
             return true;
         }
         m_dest = destArg;
-        if (destArg.back() == '/' || pv::isDirectory(destArg) || (m_o.assumeDirectory && manyFiles)) {
+        if (destArg.back() == '/' || pv::isDirectory(destArg) ||
+            (m_o.assumeDirectory && manyFiles)) {
             m_destIsDirectory = true;
             return true;
         }
@@ -519,7 +520,8 @@ class XcopyRun {
             return Outcome::Copied;
         if (m_destIsDirectory && !makeDirectory(dest))
             return Outcome::Failed;
-        pv::FileCopyResult result = m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
+        pv::FileCopyResult result =
+            m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
             report(failureFor(result.error));
             return Outcome::Failed;
