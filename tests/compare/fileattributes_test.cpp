@@ -196,7 +196,12 @@ TEST(CompareOptions, SwitchTexts) {
 
 TEST(CompareOptions, ScriptEditor) {
     EXPECT_EQ(scriptEditor("Notepad.exe"), "Notepad.exe");
-    EXPECT_EQ(scriptEditor("internal"), "Write.exe");
+    EXPECT_EQ(scriptEditor("internal"), "pairview --open");
     EXPECT_EQ(scriptEditor("C:\\Program Files\\ed.exe"), "Write.exe");
     EXPECT_EQ(scriptEditor("/usr/bin/gedit"), "/usr/bin/gedit");
+    // A command file Pairview starts gets its "Write.exe" pointed back at
+    // Pairview only with the internal editor.
+    EXPECT_EQ(scriptEnvironment("Internal", "/opt/my tools/pairview"),
+              std::vector<std::string>{"PAIRVIEW_EDITOR=\"/opt/my tools/pairview\" --open"});
+    EXPECT_TRUE(scriptEnvironment("Write.exe", "/opt/pairview").empty());
 }

@@ -112,7 +112,7 @@ TEST_F(ScriptCommandsTest, FindFileSearchesTheClickedPaneIntoTheWindowsFiles) {
     const std::string q = "\"" + home / "PairviewFINDFILE2.txt" + "\"";
     EXPECT_TRUE(has(text, "\r\ncd \"/r/files\"\r\n\r\n\r\n/mnt\r\n")) << text;
     EXPECT_TRUE(has(text, "\r\nDIR /b *.h  >> " + q + "\r\n")) << text;
-    EXPECT_TRUE(has(text, "\r\nWrite.exe " + q + "\r\n")) << text;
+    EXPECT_TRUE(has(text, "\r\npairview --open " + q + "\r\n")) << text;
     EXPECT_EQ(script("PairviewFINDFILE2.txt"),
               "\r\n\r\n ---------- Start " + now + " -----------\r\n\r\n");
 }
