@@ -103,7 +103,8 @@ void DirectoryCompare::finishRun(const CompareOptions& options) {
         writeResultsStart(start);
     }
     m_script.writeLine();
-    m_script.writeLine(scriptEditor(options.editor) + " \"" + m_files.results + "\"");
+    m_script.writeLine(scriptEscaped(scriptEditor(options.editor)) + " \"" + m_files.results +
+                       "\"");
     m_script.writeLine();
     m_script.close();
     if (m_start)

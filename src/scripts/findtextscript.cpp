@@ -30,7 +30,8 @@ std::string findTextScriptText(const FindTextScript& s) {
     const std::string q = inQuotes(s.capturePath);
     const std::string dashes = "echo " + std::string(83, '-') + " >> " + q;
     const std::string minus = "echo - >> " + q;
-    const std::string findstr = "findstr " + s.switches + " /c:" + scriptEscaped(inQuotes(s.searchText)) + " ";
+    const std::string findstr =
+        "findstr " + s.switches + " /c:" + scriptEscaped(inQuotes(s.searchText)) + " ";
     const bool network = isNetworkPath(s.directory);
 
     ScriptText t;
@@ -65,8 +66,8 @@ std::string findTextScriptText(const FindTextScript& s) {
             t.entry(2, minus, 1);
             t.entry(2, "echo  " + banner + " >> " + q, 1);
             t.entry(2,
-                    "echo  ---------- Multi delimiter seperator Looking for " + scriptEscaped(piece) +
-                        " ----------- >> " + q,
+                    "echo  ---------- Multi delimiter seperator Looking for " +
+                        scriptEscaped(piece) + " ----------- >> " + q,
                     1);
             t.entry(2, "echo  " + banner + "  >> " + q, 1);
             t.entry(2, minus, 1);

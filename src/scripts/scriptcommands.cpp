@@ -71,7 +71,8 @@ ScriptCommands::beginSearch(const ScriptWindow& w, const char* prompt, const cha
 }
 
 std::string ScriptCommands::editor() const {
-    return scriptEditor(m_settings.GetIniValue(kApplication, "EDITOR", "Write.exe"));
+    // The editor's name stands unquoted at the start of a script line.
+    return scriptEscaped(scriptEditor(m_settings.GetIniValue(kApplication, "EDITOR", "Write.exe")));
 }
 
 long ScriptCommands::run(const ScriptRun& run, const char* title) {

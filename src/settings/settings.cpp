@@ -153,8 +153,8 @@ bool Settings::write(std::string_view section, std::string_view key, std::string
         return false;
     for (auto [name, isKey] : {std::pair{section, false}, std::pair{key, true}})
         if (std::string why = ini::nameRefusal(name, isKey); !why.empty()) {
-            reportWriteFailure(m_path, "[" + std::string(section) + "] " + std::string(key) +
-                                           ": " + why);
+            reportWriteFailure(m_path,
+                               "[" + std::string(section) + "] " + std::string(key) + ": " + why);
             return false;
         }
     // The file is replaced by renaming a new one over it; a settings file that is a

@@ -60,13 +60,13 @@ TEST(WellFormedFcSwitch, OnlyFcSwitchesPassAndOthersAreReportedOnce) {
     for (const Row& r : rows)
         EXPECT_EQ(pv::wellFormedFcSwitch(r.key, r.text), r.passed) << r.name;
     EXPECT_EQ(pv::wellFormedFcSwitch("FC_LB", ">victim.txt ^"), "");
-    EXPECT_EQ(prompts.messages,
-              (std::vector<std::string>{
-                  "Ignored fc switch from the settings file: FC_LB=>victim.txt ^",
-                  "Ignored fc switch from the settings file: FC_LB=/lb",
-                  "Ignored fc switch from the settings file: FC_LB=/2",
-                  "Ignored fc switch from the settings file: FC_NNNN=/lb100",
-                  "Ignored fc switch from the settings file: FC_NNNN=/2 & calc"}));
+    EXPECT_EQ(
+        prompts.messages,
+        (std::vector<std::string>{"Ignored fc switch from the settings file: FC_LB=>victim.txt ^",
+                                  "Ignored fc switch from the settings file: FC_LB=/lb",
+                                  "Ignored fc switch from the settings file: FC_LB=/2",
+                                  "Ignored fc switch from the settings file: FC_NNNN=/lb100",
+                                  "Ignored fc switch from the settings file: FC_NNNN=/2 & calc"}));
 }
 
 } // namespace

@@ -32,8 +32,7 @@ TEST(FindFileScript, TypedNameIsEscapedInTheEchoAndTheDirLine) {
     s.searchText = "a>b|%x%";
     const std::string q = "\"/opt/pv/PairviewFINDFILE.txt\"";
     const std::string text = pv::findFileScriptText(s);
-    EXPECT_NE(text.find("\r\necho searchFile = 'a^>b^|%%x%%' >> " + q + "\r\n"),
-              std::string::npos)
+    EXPECT_NE(text.find("\r\necho searchFile = 'a^>b^|%%x%%' >> " + q + "\r\n"), std::string::npos)
         << text;
     EXPECT_NE(text.find("\r\nDIR /a:-d/o:n/s a^>b^|%%x%%  >> " + q + "\r\n"), std::string::npos)
         << text;

@@ -128,6 +128,7 @@ TEST_F(ScriptCommandsTest, FindTextReadsTheWindowsPatternAndAppends) {
     home.write("PairviewFIND.txt", "earlier results\r\n");
     settings.write("LASTFILE", "FILEPATTERN", "*.c;*.h");
     settings.write("FINDCONTROL", "I", "TRUE");
+    settings.write("APPLICATION", "EDITOR", "/opt/a&b/ed");
     w.replaceOutput = false;
     w.breakout = true;
     prompts.inputAnswers = {"to do"};
@@ -138,6 +139,7 @@ TEST_F(ScriptCommandsTest, FindTextReadsTheWindowsPatternAndAppends) {
     EXPECT_TRUE(has(text, "\r\ncd \"/l/files\"\r\n")) << text;
     EXPECT_TRUE(has(text, "Looking for *.c ")) << text;
     EXPECT_TRUE(has(text, "findstr /i  /c:\"to do\" *.h >> ")) << text;
+    EXPECT_TRUE(has(text, "\r\n/opt/a^&b/ed \"")) << text;
 }
 
 // The script runs under the real interpreter: the typed text is echoed into the

@@ -167,15 +167,16 @@ TEST(IniFile, EncodingsRoundTripAndForeignBytesAreNamed) {
         {"plain", "[A]\r\nK=v\r\n", FileEncoding::Bytes, "[A]\r\nK=v\r\n", false},
         {"8-bit code page", "[A]\r\nK=caf\xe9\r\n", FileEncoding::Bytes, "[A]\r\nK=caf\xe9\r\n",
          false},
-        {"UTF-8 mark", "\xEF\xBB\xBF[A]\r\nK=v\r\n", FileEncoding::Utf8Bom, "[A]\r\nK=v\r\n", false},
+        {"UTF-8 mark", "\xEF\xBB\xBF[A]\r\nK=v\r\n", FileEncoding::Utf8Bom, "[A]\r\nK=v\r\n",
+         false},
         {"UTF-16 LE mark", "\xFF\xFE[\0A\0]\0\r\0\n\0K\0=\0\xe9\0\r\0\n\0"s, FileEncoding::Utf16LE,
          "[A]\nK=\xc3\xa9\n", false},
         {"UTF-16 BE mark", "\xFE\xFF\0[\0A\0]\0\n\0K\0=\0v\0\n"s, FileEncoding::Utf16BE,
          "[A]\nK=v\n", false},
         {"UTF-16 without mark", "[\0A\0]\0\r\0\n\0"s, FileEncoding::Bytes, "[\0A\0]\0\r\0\n\0"s,
          true},
-        {"binary junk", "\x7f" "ELF\x02\x01\x01\x03", FileEncoding::Bytes,
-         "\x7f" "ELF\x02\x01\x01\x03", true},
+        {"binary junk", "\177ELF\x02\x01\x01\x03", FileEncoding::Bytes, "\177ELF\x02\x01\x01\x03",
+         true},
     };
     for (const Row& r : rows) {
         pv::ini::FileText f = pv::ini::decodeFile(r.bytes);

@@ -118,8 +118,8 @@ TEST(Settings, UnreadableFileIsReportedOnceAndNeverWritten) {
         if (s.write("APPLICATION", "EDITOR", "Write.exe") || s.write("A", "K", "v"))
             return 2;
         if (prompter.messages != std::vector<std::string>{"Cannot read the settings file " + path +
-                                                           ": Permission denied. Settings will "
-                                                           "not be saved in this run."})
+                                                          ": Permission denied. Settings will "
+                                                          "not be saved in this run."})
             return 3;
         return 0;
     });
@@ -133,15 +133,16 @@ TEST(Settings, ForeignFileIsReportedOnceAndNeverWritten) {
     pvtest::TempDir dir;
     pvtest::RecordingPrompter prompter;
     Settings::startRun();
-    const std::string junk = "\x7f" "ELF\x02\x01\x01\0\0[A]\nK=v\n"s;
+    const std::string junk = "\177ELF\x02\x01\x01\0\0[A]\nK=v\n"s;
     Settings s(dir.write("junk.ini", junk));
     EXPECT_EQ(s.GetIniValue("A", "K", "d"), "d");
     EXPECT_FALSE(s.write("A", "K", "w"));
     EXPECT_EQ(pvtest::readFile(s.path()), junk);
     ASSERT_EQ(prompter.messages.size(), 1u);
-    EXPECT_EQ(prompter.messages[0], "Cannot read the settings file " + s.path() +
-                                        ": it is not a text file (NUL bytes: UTF-16 text needs a "
-                                        "byte-order mark). Settings will not be saved in this run.");
+    EXPECT_EQ(prompter.messages[0],
+              "Cannot read the settings file " + s.path() +
+                  ": it is not a text file (NUL bytes: UTF-16 text needs a "
+                  "byte-order mark). Settings will not be saved in this run.");
 }
 
 TEST(Settings, Utf16FileIsReadAndWrittenBackAsUtf16) {
