@@ -39,7 +39,7 @@ std::string scriptEscaped(std::string_view text) {
     for (char c : text) {
         if (c == '"')
             quoted = !quoted;
-        else if (c == '%')
+        else if (!quoted && c == '%')
             out += '%';
         else if (!quoted && std::string_view("^<>|&").find(c) != std::string_view::npos)
             out += '^';

@@ -23,10 +23,9 @@ std::string scriptArgument(std::string_view path);
 // the line), or empty when it can.
 std::string scriptTextRefusal(std::string_view text);
 
-// The text with the interpreter's escapes: ^ before > < | & ^ where it stands
-// outside double quotes (parts the text itself quotes keep them as they are),
-// and %% for every %, which the interpreter expands inside quotes too. Expects
-// a text scriptTextRefusal accepts.
+// The text with the interpreter's escapes where it stands outside double quotes:
+// ^ before > < | & ^, and %% for %. Parts the text itself puts in double quotes
+// are left as they are. Expects a text scriptTextRefusal accepts.
 std::string scriptEscaped(std::string_view text);
 
 // An fc switch taken from a settings key ("FC_LB": "/lbN", "FC_NNNN": "/N") goes

@@ -30,8 +30,7 @@ std::string findTextScriptText(const FindTextScript& s) {
     const std::string q = inQuotes(s.capturePath);
     const std::string dashes = "echo " + std::string(83, '-') + " >> " + q;
     const std::string minus = "echo - >> " + q;
-    const std::string findstr =
-        "findstr " + s.switches + " /c:" + scriptEscaped(inQuotes(s.searchText)) + " ";
+    const std::string findstr = "findstr " + s.switches + " /c:" + inQuotes(s.searchText) + " ";
     const bool network = isNetworkPath(s.directory);
 
     ScriptText t;

