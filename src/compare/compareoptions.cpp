@@ -1,5 +1,6 @@
 #include "compare/compareoptions.h"
 
+#include "compare/scripttext.h"
 #include "settings/settings.h"
 #include "platform/process.h"
 #include "platform/textutil.h"
@@ -14,8 +15,8 @@ CompareOptions readCompareOptions(const Settings& settings) {
         return IniBool(settings.GetIniValue(section, key, "False"));
     };
     CompareOptions o;
-    o.fcLb = settings.GetIniValue(section, "FC_LB", "/lb100");
-    o.fcNnnn = settings.GetIniValue(section, "FC_NNNN", "/2");
+    o.fcLb = wellFormedFcSwitch("FC_LB", settings.GetIniValue(section, "FC_LB", "/lb100"));
+    o.fcNnnn = wellFormedFcSwitch("FC_NNNN", settings.GetIniValue(section, "FC_NNNN", "/2"));
     o.fcA = on("FC_A");
     o.fcB = on("FC_B");
     o.fcC = on("FC_C");
