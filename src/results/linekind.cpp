@@ -1,8 +1,10 @@
 #include "results/linekind.h"
+#include "compare/fileattributes.h"
 #include "platform/textutil.h"
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 namespace pv {
@@ -41,22 +43,54 @@ bool fitsAttributeColumn(std::string_view column) {
     return column.back() == ' ' && rtrimmed(column).find("  ") == std::string_view::npos;
 }
 
+// The shape of an attribute text, a letter per blank-separated word: D a date
+// (2026\05\07), T a time, - the dash before the length, N a number, M a
+// content marker ([contents]), W any other word (a failure text).
+std::string shapeOf(std::string_view text) {
+    std::string shape;
+    for (size_t i = 0; i < text.size();) {
+        size_t end = text.find(' ', i);
+        std::string_view word = text.substr(i, end == std::string_view::npos ? end : end - i);
+        if (!word.empty())
+            shape += word.find('\\') != std::string_view::npos ? 'D'
+                     : word.find(':') != std::string_view::npos  ? 'T'
+                     : word == "-"                               ? '-'
+                     : word.front() == '['                       ? 'M'
+                     : word.find_first_not_of("0123456789") == std::string_view::npos ? 'N'
+                                                                                      : 'W';
+        i = end == std::string_view::npos ? text.size() : end + 1;
+    }
+    return shape;
+}
+
+// Whether a column holds what an attribute text can be: nothing, date and time,
+// with or without the length, the length alone (each perhaps followed by a
+// content marker), or one of the failure texts.
+bool attributeText(std::string_view column, std::string shape) {
+    const std::string_view text = trimBlanks(column);
+    for (std::string_view failure : {kCantFind, kCantOpen, kNotAvailable, kUnavailable})
+        if (text == failure)
+            return true;
+    while (!shape.empty() && shape.back() == 'M')
+        shape.pop_back();
+    return shape.empty() || shape == "DT" || shape == "DT-N" || shape == "-N";
+}
+
 // Both attribute columns of a matched or different line are padded to one width
 // (the block's longest attribute plus one). Attribute texts never hold two blanks
-// in a row nor end in one, and both sides start alike and have the same number of
-// blanks (they come from the same switches; a failure text may break the count):
-// the narrowest width that fits is taken.
+// in a row nor end in one, and both sides come from the same switches, so they
+// have the same shape; a failure text on one side breaks that, so a second pass
+// takes any two texts that each have the shape of an attribute text. The
+// narrowest width that fits is taken.
 bool splitPair(std::string_view rest, bool matched, EntryFields& out) {
-    auto blanks = [](std::string_view a) { return std::count(a.begin(), a.end(), ' '); };
-    // A failure text ("Can't find the file") on one side breaks the equal blank
-    // count, so a second pass goes without it.
     for (bool sameShape : {true, false})
         for (size_t width = 1; 2 * width < rest.size(); ++width) {
             std::string_view a1 = rest.substr(0, width), a2 = rest.substr(width, width);
             if (!fitsAttributeColumn(a1) || !fitsAttributeColumn(a2))
                 continue;
-            if ((a1.front() == ' ') != (a2.front() == ' ') ||
-                (sameShape && blanks(rtrimmed(a1)) != blanks(rtrimmed(a2))))
+            const std::string s1 = shapeOf(a1), s2 = shapeOf(a2);
+            if (!attributeText(a1, s1) || !attributeText(a2, s2) ||
+                (sameShape && (s1 != s2 || (a1.front() == ' ') != (a2.front() == ' '))))
                 continue;
             if (matched && trimBlanks(a1) != trimBlanks(a2))
                 continue;

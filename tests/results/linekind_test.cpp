@@ -45,6 +45,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, LineKinds, ::testing::Values(
     KindRow{"TwoOnlyShowsTheRightText", "1 -two only-  1  - 5    y", LineKind::TwoOnly, "", " - 5", "y"},
     KindRow{"OneMaxedIsOnlyOnTheRight", "2 -one maxed- 1    y", LineKind::TwoOnly, "", "", "y"},
     KindRow{"FailureTextOnOneSide", "0 -different- 0 Can't find the file  2026\\05\\07 9:5:7 - 3 g.txt", LineKind::Different, "Can't find the file", "2026\\05\\07 9:5:7 - 3", "g.txt"},
+    // Widths where a date's words would line up on both sides (11, 22) are not
+    // the columns: the texts there have no attribute's shape.
+    KindRow{"DateColumnsNotFooledByAlignedWords", "0 -different- 0 2026\\11\\25 11:22:40 - 2 2026\\11\\25 11:22:40 - 3 file 1.txt", LineKind::Different, "2026\\11\\25 11:22:40 - 2", "2026\\11\\25 11:22:40 - 3", "file 1.txt"},
+    KindRow{"FailureTextAgainstTwoDigitTime", "0 -different- 0 Can't find the file     2026\\05\\07 10:05:07 - 3 g h.txt", LineKind::Different, "Can't find the file", "2026\\05\\07 10:05:07 - 3", "g h.txt"},
+    KindRow{"ContentsMarker", "12 -different- 12 2026\\05\\07 9:5:7 - 3 [contents] 2026\\05\\07 9:5:7 - 3 [contents] x", LineKind::Different, "2026\\05\\07 9:5:7 - 3 [contents]", "2026\\05\\07 9:5:7 - 3 [contents]", "x"},
     KindRow{"TagWithoutSequenceIsPlain", "x -different- 0 a", LineKind::Plain, "", "", ""},
     KindRow{"StatisticsArePlain", " there were 3 items with different datetimes and or lengths. See results for details.", LineKind::Plain, "", "", ""},
     KindRow{"HeaderIsPlain", "Directory 1: /a -different- ", LineKind::Plain, "", "", ""},
