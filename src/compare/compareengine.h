@@ -43,7 +43,7 @@ struct CompareInput {
     CaptureSelection capture = CaptureSelection::None;
     // While contents are read: called about every 40 ms with the pairs read so
     // far; false stops the reading.
-    std::function<bool(std::size_t done, std::size_t total)> whileReading;
+    std::function<bool(std::size_t done, std::size_t total)> whileReading = {};
 };
 
 struct CompareCounts {

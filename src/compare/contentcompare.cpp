@@ -20,8 +20,8 @@ namespace {
 constexpr std::size_t kBlock = 256 * 1024;
 // A pair at least this long is read as ranges of kRange bytes, so that both
 // readers share one large pair.
-constexpr std::uint64_t kSplitAt = 32ull * 1024 * 1024;
-constexpr std::uint64_t kRange = 8ull * 1024 * 1024;
+constexpr std::uint64_t kSplitAt = 16ull * 1024 * 1024;
+constexpr std::uint64_t kRange = 4ull * 1024 * 1024;
 
 struct Job {
     std::size_t pair;
@@ -132,12 +132,21 @@ ContentVerdict compareRange(const Job& job, const ContentPair& pair, PairState& 
 // process: a walk compares thousands of directories, each a batch of its own.
 class ReaderPool {
   public:
+    // Never destroyed: the threads wait for work until the process ends (a
+    // forked child, which has none of them, would otherwise wait to join them).
     static ReaderPool& instance() {
-        static ReaderPool pool;
-        return pool;
+        static ReaderPool* pool = new ReaderPool;
+        return *pool;
     }
 
     void run(Batch& batch, const std::function<bool(std::size_t, std::size_t)>& poll) {
+        if (::getpid() != m_process) {
+            // A forked child has the pool but not its threads: it reads alone.
+            for (std::size_t k = 0; k < batch.jobs.size(); ++k)
+                runJob(batch, k);
+            batch.jobsFinished = batch.jobs.size();
+            return;
+        }
         std::unique_lock lock(m_mutex);
         m_batch = &batch;
         ++m_generation;
@@ -156,41 +165,32 @@ class ReaderPool {
         m_batch = nullptr;
     }
 
-    ~ReaderPool() {
-        {
-            std::lock_guard lock(m_mutex);
-            m_quit = true;
-        }
-        m_wake.notify_all();
-        for (std::thread& t : m_threads)
-            t.join();
-    }
-
   private:
     ReaderPool() {
         const unsigned cores = std::max(1u, std::min(2u, std::thread::hardware_concurrency()));
         for (unsigned n = 0; n < cores; ++n)
-            m_threads.emplace_back([this] { work(); });
+            std::thread([this] { work(); }).detach();
+    }
+
+    static void runJob(Batch& batch, std::size_t k) {
+        const Job& job = batch.jobs[k];
+        PairState& state = batch.states[job.pair];
+        settle(state, compareRange(job, (*batch.pairs)[job.pair], state, batch.stopped));
+        if (state.jobsLeft.fetch_sub(1) == 1)
+            batch.pairsDone.fetch_add(1);
     }
 
     void work() {
         std::uint64_t seen = 0;
         std::unique_lock lock(m_mutex);
         for (;;) {
-            m_wake.wait(lock, [&] { return m_quit || (m_batch && m_generation != seen); });
-            if (m_quit)
-                return;
+            m_wake.wait(lock, [&] { return m_batch && m_generation != seen; });
             seen = m_generation;
             Batch& batch = *m_batch;
             lock.unlock();
             std::size_t finished = 0;
-            for (std::size_t k; (k = batch.next.fetch_add(1)) < batch.jobs.size(); ++finished) {
-                const Job& job = batch.jobs[k];
-                PairState& state = batch.states[job.pair];
-                settle(state, compareRange(job, (*batch.pairs)[job.pair], state, batch.stopped));
-                if (state.jobsLeft.fetch_sub(1) == 1)
-                    batch.pairsDone.fetch_add(1);
-            }
+            for (std::size_t k; (k = batch.next.fetch_add(1)) < batch.jobs.size(); ++finished)
+                runJob(batch, k);
             lock.lock();
             batch.jobsFinished += finished;
             if (batch.jobsFinished == batch.jobs.size())
@@ -203,8 +203,7 @@ class ReaderPool {
     std::condition_variable m_done;
     Batch* m_batch = nullptr;
     std::uint64_t m_generation = 0;
-    bool m_quit = false;
-    std::vector<std::thread> m_threads;
+    const pid_t m_process = ::getpid();
 };
 
 } // namespace

@@ -53,7 +53,7 @@ class DirectoryCompare {
         // which sub-directories a walk enters.
         std::string pattern = "*.*";
         // While contents are read (see CompareInput).
-        std::function<bool(std::size_t done, std::size_t total)> whileReading;
+        std::function<bool(std::size_t done, std::size_t total)> whileReading = {};
     };
 
     // CompareDirectories on the given lists. In single-directory mode the script
