@@ -171,27 +171,19 @@ std::vector<char> CompareEngine::compareContents(const CompareInput& in,
         });
     for (size_t p = 0; p < matches.size(); ++p) {
         const auto [i, j] = matches[p];
-        switch (verdicts[p]) {
-        case ContentVerdict::Same:
+        const ContentVerdict v = verdicts[p];
+        if (v == ContentVerdict::Same)
             continue;
-        case ContentVerdict::Differ:
-            mark(attrs1[i].text, kMarkContents);
-            mark(attrs2[j].text, kMarkContents);
-            break;
-        case ContentVerdict::LengthDiffers:
-            mark(attrs1[i].text, kMarkLength);
-            mark(attrs2[j].text, kMarkLength);
-            break;
-        case ContentVerdict::NotRead:
-            mark(attrs1[i].text, kMarkNotRead);
-            mark(attrs2[j].text, kMarkNotRead);
-            break;
-        case ContentVerdict::LeftUnreadable:
+        if (v == ContentVerdict::LeftUnreadable) {
             attrs1[i].text = kCantOpen;
-            break;
-        case ContentVerdict::RightUnreadable:
+        } else if (v == ContentVerdict::RightUnreadable) {
             attrs2[j].text = kCantOpen;
-            break;
+        } else {
+            const std::string_view marker = v == ContentVerdict::Differ      ? kMarkContents
+                                            : v == ContentVerdict::NotRead ? kMarkNotRead
+                                                                           : kMarkLength;
+            mark(attrs1[i].text, marker);
+            mark(attrs2[j].text, marker);
         }
         differs[i] = 1;
     }

@@ -85,6 +85,8 @@ class File {
 
 ContentVerdict compareRange(const Job& job, const ContentPair& pair, PairState& state,
                             const std::atomic<bool>& stopped) {
+    if (stopped.load(std::memory_order_relaxed))
+        return ContentVerdict::NotRead;
     File left(pair.left);
     if (left.fd() < 0)
         return ContentVerdict::LeftUnreadable;
@@ -152,7 +154,8 @@ class ReaderPool {
         ++m_generation;
         m_wake.notify_all();
         const std::size_t total = batch.pairs->size();
-        while (batch.jobsFinished < batch.jobs.size()) {
+        // Every reader that took up the batch must have left it before it ends.
+        while (batch.jobsFinished < batch.jobs.size() || m_active > 0) {
             m_done.wait_for(lock, std::chrono::milliseconds(40));
             if (batch.jobsFinished >= batch.jobs.size() || !poll)
                 continue;
@@ -187,12 +190,14 @@ class ReaderPool {
             m_wake.wait(lock, [&] { return m_batch && m_generation != seen; });
             seen = m_generation;
             Batch& batch = *m_batch;
+            ++m_active;
             lock.unlock();
             std::size_t finished = 0;
             for (std::size_t k; (k = batch.next.fetch_add(1)) < batch.jobs.size(); ++finished)
                 runJob(batch, k);
             lock.lock();
             batch.jobsFinished += finished;
+            --m_active;
             if (batch.jobsFinished == batch.jobs.size())
                 m_done.notify_all();
         }
@@ -204,6 +209,7 @@ class ReaderPool {
     Batch* m_batch = nullptr;
     std::uint64_t m_generation = 0;
     const pid_t m_process = ::getpid();
+    int m_active = 0; // readers inside the current batch
 };
 
 } // namespace
