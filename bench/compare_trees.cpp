@@ -166,6 +166,9 @@ int main(int argc, char** argv) {
                     target);
     };
     if (!contentTree.empty()) {
+        Times off = measure(contentTree, true);
+        std::printf("contents off: window %7.3f s | pvcompare -s %7.3f s | window %.2fx\n",
+                    off.window, off.pvcompare, off.window / off.pvcompare);
         pv::Settings(ini).write("COMPARECONTROL", "LIST_Contents", "True");
         Times c = measure(contentTree, true);
         std::printf("content: window %7.3f s | pvcompare -s --content %7.3f s | window %.2fx of "
