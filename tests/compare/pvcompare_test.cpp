@@ -236,3 +236,15 @@ TEST_F(PvCompare, ContentsFindSameLengthChangesInRealTrees) {
                                "--replace", "--append", "--run", "--version"})
         EXPECT_NE(help.find("\n  " + std::string(option)), std::string::npos) << option;
 }
+
+TEST_F(PvCompare, TimeToleranceFlags) {
+    const long long when = 1'700'000'000;
+    pvtest::setMTime(tree.write("l/moved.txt", "x"), when);
+    pvtest::setMTime(tree.write("r/moved.txt", "x"), when + 3600 + 2);
+    const std::string dirs = shellQuote(tree / "l") + " " + shellQuote(tree / "r");
+    EXPECT_EQ(pvcompare(home.str(), dirs).status, 1);
+    EXPECT_EQ(pvcompare(home.str(), "--ignore-hour-shift " + dirs).status, 1);
+    EXPECT_EQ(pvcompare(home.str(), "--ignore-hour-shift --modify-window=2 " + dirs).status, 0);
+    EXPECT_EQ(pvcompare(home.str(), "--modify-window=3602 " + dirs).status, 0);
+    EXPECT_EQ(pvcompare(home.str(), "--modify-window=two " + dirs).status, 2);
+}
