@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-qpa-plugins libqt6test6
-          libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6 libdtl-dev
+          libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6 libdtl-dev libcli11-dev
           dpkg-dev file desktop-file-utils appstream)
 
 missing=()

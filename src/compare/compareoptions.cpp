@@ -27,6 +27,9 @@ CompareOptions readCompareOptions(const Settings& settings) {
     o.fcW = on("FC_W");
     o.listDateTime = on("LIST_DateTime");
     o.listLength = on("LIST_Length");
+    o.listContents = on("LIST_Contents");
+    o.modifyWindow = on("LIST_Time2s") ? 2 : 0;
+    o.ignoreHourShift = on("LIST_HourShift");
     o.editor = settings.GetIniValue("APPLICATION", "EDITOR", "Write.exe");
     return o;
 }

@@ -60,10 +60,10 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
                            call.options,
                            [dateTime = call.options.listDateTime, length = call.options.listLength](
                                const std::string& dir, const std::vector<std::string>& names) {
-                               return directoryAttributeTexts(dir, names, dateTime, length);
+                               return directoryAttributeFacts(dir, names, dateTime, length);
                            });
     CompareInput input{panes.leftDir, panes.rightDir,  &panes.left,
-                       &panes.right,  m_files.results, call.capture};
+                       &panes.right,  m_files.results, call.capture, call.whileReading};
     CompareEngine::CaptureFunction capture;
     if (capturing)
         capture = [this](const std::string& dir, const std::string& name) {

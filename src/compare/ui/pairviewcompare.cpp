@@ -131,6 +131,7 @@ DirectoryCompare::Call PairviewCompare::readCall() const {
         call.capture = captureSelectionFromItem(capture->currentText().toStdString());
     auto* replace = m_form.findChild<QRadioButton*>("OutputOptionReplace");
     call.replace = !replace || replace->isChecked();
+    call.pattern = m_form.files(Side::Left)->pattern();
     return call;
 }
 

@@ -44,6 +44,8 @@ TEST_F(ResultsWindowTest, CompareShowsTheResultsWindowWithItsLastLineSelected) {
         home.write("left/" + name, "1");
         home.write("right/" + name, n % 3 ? "1" : "22");
     }
+    // Lengths only: a new settings file would also list the times.
+    write("COMPARECONTROL", "LIST_Length", "True");
     start();
     window->dir(Side::Left)->setPath(left);
     window->dir(Side::Right)->setPath(right);
