@@ -11,6 +11,7 @@
 #include "platform/process.h"
 #include "platform/programdir.h"
 #include "platform/pvversion.h"
+#include "results/filerecords.h"
 #include "settings/settings.h"
 #include "status/statusbarhandler.h"
 #include "status/timeremaining.h"
@@ -59,6 +60,11 @@ class PrintingObserver : public pv::CompareObserver {
   public:
     // `quiet`: the lines are counted, not printed.
     explicit PrintingObserver(bool quiet) : m_quiet(quiet) {}
+    // Prints one record per file instead of the lines.
+    void printRecords(pv::FileRecords records) {
+        m_records.emplace(std::move(records));
+        print(m_records->header());
+    }
     void setCntl(std::string_view) override {}
     bool isEmpty() const override { return m_lines == 0; }
     void addLine(std::string_view line) override {
@@ -66,6 +72,10 @@ class PrintingObserver : public pv::CompareObserver {
         ++m_lines;
         if (m_quiet)
             return;
+        if (m_records) {
+            print(m_records->add(line));
+            return;
+        }
         std::fwrite(line.data(), 1, line.size(), stdout);
         std::fputc('\n', stdout);
     }
@@ -95,6 +105,7 @@ class PrintingObserver : public pv::CompareObserver {
     }
 
   private:
+    static void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
     void clearProgress() {
         if (m_shown.empty())
             return;
@@ -104,6 +115,7 @@ class PrintingObserver : public pv::CompareObserver {
     }
 
     bool m_quiet;
+    std::optional<pv::FileRecords> m_records;
     long m_lines = 0;
     bool m_terminal = ::isatty(STDERR_FILENO) == 1;
     bool m_walking = false;
@@ -205,7 +217,7 @@ class HelpFormatter : public CLI::Formatter {
 
 // The options as given; an unset optional leaves the settings file's value.
 struct Arguments {
-    std::string ini, pattern = "*.*";
+    std::string ini, pattern = "*.*", format = "text";
     std::vector<std::string> excludes;
     bool sub = false, replace = true, run = false, summary = false;
     std::optional<bool> listDate, listLength, listContents, hourShift;
@@ -253,6 +265,11 @@ std::optional<int> parseArguments(int argc, char** argv, Arguments& a) {
     addSwitch(app, "ignore-hour-shift", a.hourShift,
               "times a whole 1 or 2 hours apart (within the window) count as equal");
     app.add_flag("--summary", a.summary, "print only the block of totals");
+    app.add_option("--format", a.format,
+                   "text: the results lines (default); csv or json: one record per file "
+                   "(path, status, both times and lengths, contents)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"text", "csv", "json"}));
     app.add_flag_callback("--replace", [&a] { a.replace = true; },
                           "start the results file afresh (default)");
     app.add_flag_callback("--append", [&a] { a.replace = false; },
@@ -305,6 +322,15 @@ int main(int argc, char** argv) {
         pv::ProgramPaths paths = pv::ProgramPaths::inDirectory(pv::resolveProgramDirectory());
         pv::Settings settings(a.ini.empty() ? paths.settingsPath : a.ini);
         PrintingObserver observer(a.summary);
+        const std::string left = pv::normalizeDirectoryPath(dirs[0]);
+        const std::string right = pv::normalizeDirectoryPath(dirs[1]);
+        if (a.format != "text") {
+            const bool contents =
+                a.listContents.value_or(pv::readCompareOptions(settings).listContents);
+            observer.printRecords(pv::FileRecords(
+                a.format == "csv" ? pv::RecordFormat::Csv : pv::RecordFormat::Json, left, right,
+                contents));
+        }
         int scriptStatus = 0;
         pv::DirectoryCompare compare(observer,
                                      pv::CompareFiles::forWindow(paths.programDirectory, ""),
@@ -313,8 +339,7 @@ int main(int argc, char** argv) {
                                              scriptStatus = runScriptAndWait(command);
                                          return 0L;
                                      });
-        DirectoryPanes panes(pv::normalizeDirectoryPath(dirs[0]),
-                             pv::normalizeDirectoryPath(dirs[1]), a.pattern);
+        DirectoryPanes panes(left, right, a.pattern);
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;
             call.options = pv::readCompareOptions(settings);

@@ -69,4 +69,24 @@ inline std::string joinPath(std::string_view dir, std::string_view name) {
     return out;
 }
 
+// The length of the valid UTF-8 sequence that starts at `at` (1 to 4), or 0 when
+// the byte there does not start one (a stray byte, an overlong form, a surrogate).
+inline size_t utf8SequenceLength(std::string_view bytes, size_t at) {
+    const unsigned char c = static_cast<unsigned char>(bytes[at]);
+    if (c < 0x80)
+        return 1;
+    const size_t len = (c >> 5) == 0x6 ? 2 : (c >> 4) == 0xE ? 3 : (c >> 3) == 0x1E ? 4 : 0;
+    if (len == 0 || at + len > bytes.size())
+        return 0;
+    unsigned long cp = c & (0xFF >> (len + 1));
+    for (size_t k = 1; k < len; ++k) {
+        const unsigned char next = static_cast<unsigned char>(bytes[at + k]);
+        if ((next & 0xC0) != 0x80)
+            return 0;
+        cp = (cp << 6) | (next & 0x3F);
+    }
+    static constexpr unsigned long kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    return cp >= kSmallest[len] && cp <= 0x10FFFF && (cp < 0xD800 || cp > 0xDFFF) ? len : 0;
+}
+
 } // namespace pv

@@ -49,7 +49,9 @@ bool fitsAttributeColumn(std::string_view column) {
 std::string shapeOf(std::string_view text) {
     std::string shape;
     for (size_t i = 0; i < text.size();) {
-        size_t end = text.find(' ', i);
+        // A marker is one word, blanks and all ("[not read]").
+        size_t end = text[i] == '[' ? text.find(']', i) : i;
+        end = end == std::string_view::npos ? end : text.find(' ', end);
         std::string_view word = text.substr(i, end == std::string_view::npos ? end : end - i);
         if (!word.empty())
             shape += word.find('\\') != std::string_view::npos ? 'D'
@@ -165,6 +167,42 @@ LineKind lineKind(std::string_view line) {
     const Tag* tag = line.empty() || line[0] < '0' || line[0] > '9' ? nullptr
                                                                    : entryTag(line, restStart);
     return tag ? tag->kind : LineKind::Plain;
+}
+
+std::string_view kindName(LineKind kind) {
+    switch (kind) {
+    case LineKind::Matched: return "matched";
+    case LineKind::Different: return "different";
+    case LineKind::OneOnly: return "one only";
+    case LineKind::TwoOnly: return "two only";
+    case LineKind::UnmatchedDirectory: return "unmatched directory";
+    case LineKind::UnreadableDirectory: return "unreadable directory";
+    case LineKind::Plain: break;
+    }
+    return "";
+}
+
+std::string_view directoryOfWalkLine(std::string_view line) {
+    // Each form's path runs from its opening text to the last of its closing
+    // text, so a path holding a quote comes whole.
+    struct Form {
+        std::string_view open, close;
+    };
+    static constexpr Form kForms[] = {
+        {"Unmatched sub directory : '\t", "' does not exist"},
+        {"Unmatched sub directory : '", "' exists only in directory 2"},
+        {"Unmatched sub directory : 1:'", "' <> 2:'"},
+        {"Unreadable sub directory : '", "' "},
+        {"Sub directory loop : '", "' leads to '"},
+    };
+    for (const Form& f : kForms) {
+        if (!startsWith(line, f.open))
+            continue;
+        const size_t close = line.rfind(f.close);
+        if (close != std::string_view::npos && close >= f.open.size())
+            return line.substr(f.open.size(), close - f.open.size());
+    }
+    return {};
 }
 
 } // namespace pv

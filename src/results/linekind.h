@@ -19,6 +19,13 @@ enum class LineKind {
 
 LineKind lineKind(std::string_view line);
 
+// The name of a kind in reports ("different", "one only", ...); empty for plain lines.
+std::string_view kindName(LineKind kind);
+
+// The directory a walk's directory line names (unmatched, unreadable, a loop);
+// empty for other lines and for "too deep", which names none.
+std::string_view directoryOfWalkLine(std::string_view line);
+
 // Whether a line of this kind reports something that differs.
 inline bool isDifference(LineKind kind) {
     return kind != LineKind::Plain && kind != LineKind::Matched;

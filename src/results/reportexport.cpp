@@ -1,24 +1,12 @@
 #include "results/reportexport.h"
+#include "results/filerecords.h"
 #include "results/resultsnavigation.h"
 #include "platform/textutil.h"
 
-#include <cstdint>
 
 namespace pv {
 
 namespace {
-
-std::string csvField(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos)
-        return std::string(text);
-    std::string out = "\"";
-    for (char c : text) {
-        if (c == '"')
-            out += '"';
-        out += c;
-    }
-    return out + '"';
-}
 
 // Appends text with the HTML specials escaped; a byte that is not part of valid
 // UTF-8 shows as U+FFFD so the page stays well-formed.
@@ -33,18 +21,8 @@ void appendHtml(std::string& out, std::string_view text) {
         case '\t': out += "    "; ++i; continue;
         default: break;
         }
-        size_t len = c < 0x80 ? 1 : (c >> 5) == 0x6 ? 2 : (c >> 4) == 0xE ? 3 : (c >> 3) == 0x1E ? 4 : 0;
-        bool valid = len != 0 && i + len <= text.size();
-        for (size_t k = 1; valid && k < len; ++k)
-            valid = (static_cast<unsigned char>(text[i + k]) & 0xC0) == 0x80;
-        if (valid && len > 1) {
-            // Overlong forms and surrogates are not text either.
-            uint32_t cp = c & (0xFF >> (len + 1));
-            for (size_t k = 1; k < len; ++k)
-                cp = (cp << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F);
-            static constexpr uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-            valid = cp >= kSmallest[len] && cp <= 0x10FFFF && (cp < 0xD800 || cp > 0xDFFF);
-        }
+        const size_t len = utf8SequenceLength(text, i);
+        const bool valid = len != 0;
         if (valid) {
             out.append(text.substr(i, len));
             i += len;
@@ -110,19 +88,6 @@ li.below > a { font-weight: bold; }
 )";
 
 } // namespace
-
-std::string_view kindName(LineKind kind) {
-    switch (kind) {
-    case LineKind::Matched: return "matched";
-    case LineKind::Different: return "different";
-    case LineKind::OneOnly: return "one only";
-    case LineKind::TwoOnly: return "two only";
-    case LineKind::UnmatchedDirectory: return "unmatched directory";
-    case LineKind::UnreadableDirectory: return "unreadable directory";
-    case LineKind::Plain: break;
-    }
-    return "";
-}
 
 LineRange latestRun(const ResultLines& lines, const ResultsTree& tree) {
     long first = tree.runs().empty() ? 0 : tree.runs().back().firstLine;

@@ -30,7 +30,4 @@ std::string reportCsv(const ResultLines& lines, LineRange range);
 // table of every line of the range, tinted by kind.
 std::string reportHtml(const ResultLines& lines, LineRange range, const ResultsTree& tree);
 
-// The name of a kind in reports ("different", "one only", ...); empty for plain lines.
-std::string_view kindName(LineKind kind);
-
 } // namespace pv

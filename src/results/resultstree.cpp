@@ -19,16 +19,6 @@ std::string_view headerPath(std::string_view line, std::string_view prefix) {
     return path;
 }
 
-// The text between `open` and the last `close` of a walk's directory line.
-std::string_view quotedPath(std::string_view line, std::string_view open, std::string_view close) {
-    size_t a = line.find(open);
-    if (a == std::string_view::npos)
-        return {};
-    a += open.size();
-    size_t b = line.rfind(close);
-    return b == std::string_view::npos || b < a ? std::string_view() : line.substr(a, b - a);
-}
-
 // `path` below `top`, as the rest after the separator; false when it is not below.
 bool relativeTo(std::string_view top, std::string_view path, std::string_view& rest) {
     if (top.empty() || !startsWith(path, top))
@@ -141,18 +131,8 @@ void ResultsTree::add(std::string_view line) {
             run.right = headerPath(line, kDir2);
     } else if (m_inRun && !m_runs.back().nodes.empty()) {
         LineKind kind = lineKind(line);
-        if (kind == LineKind::UnmatchedDirectory) {
-            std::string_view path = quotedPath(line, "'\t", "' does not exist");
-            if (path.empty())
-                path = quotedPath(line, "'", "' exists only in directory 2");
-            if (path.empty())
-                path = quotedPath(line, "1:'", "' <> 2:'");
-            markDirectory(path, kind);
-        } else if (kind == LineKind::UnreadableDirectory) {
-            std::string_view path = quotedPath(line, "Unreadable sub directory : '", "' ");
-            if (path.empty())
-                path = quotedPath(line, "Sub directory loop : '", "' leads to '");
-            markDirectory(path, kind);
+        if (kind == LineKind::UnmatchedDirectory || kind == LineKind::UnreadableDirectory) {
+            markDirectory(directoryOfWalkLine(line), kind);
         } else if (isDifference(kind) && m_current >= 0) {
             count(m_current, kind);
         }

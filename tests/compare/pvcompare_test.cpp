@@ -248,3 +248,25 @@ TEST_F(PvCompare, TimeToleranceFlags) {
     EXPECT_EQ(pvcompare(home.str(), "--modify-window=3602 " + dirs).status, 0);
     EXPECT_EQ(pvcompare(home.str(), "--modify-window=two " + dirs).status, 2);
 }
+
+// --format prints one record per file and keeps the exit status; a name's
+// bytes reach the JSON record escaped, not lost.
+TEST_F(PvCompare, RecordsInsteadOfLines) {
+    tree.write("l/sub/same size.txt", "abc");
+    tree.write("r/sub/same size.txt", "abd");
+    tree.write("l/only\xFF", "1");
+    tree.write("r/x.txt", "1");
+    const std::string dirs = " " + shellQuote(tree / "l") + " " + shellQuote(tree / "r");
+    Result csv = pvcompare(home.str(), "-s --no-date --content --format=csv" + dirs);
+    EXPECT_EQ(csv.status, 1);
+    EXPECT_EQ(csv.out, "path,status,time 1,length 1,time 2,length 2,contents\n"
+                       "only\xFF,one only,,1,,,\n"
+                       "x.txt,two only,,,,1,\n"
+                       "sub/same size.txt,different,,3,,3,contents\n");
+    Result json = pvcompare(home.str(), "-s --no-date --format=json" + dirs);
+    EXPECT_NE(json.out.find("{\"path\":\"only\\udcff\",\"status\":\"one only\",\"time1\":null,"
+                            "\"length1\":1,"),
+              std::string::npos)
+        << json.out;
+    EXPECT_EQ(pvcompare(home.str(), "--format=xml" + dirs).status, 2);
+}

@@ -50,6 +50,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, LineKinds, ::testing::Values(
     KindRow{"DateColumnsNotFooledByAlignedWords", "0 -different- 0 2026\\11\\25 11:22:40 - 2 2026\\11\\25 11:22:40 - 3 file 1.txt", LineKind::Different, "2026\\11\\25 11:22:40 - 2", "2026\\11\\25 11:22:40 - 3", "file 1.txt"},
     KindRow{"FailureTextAgainstTwoDigitTime", "0 -different- 0 Can't find the file     2026\\05\\07 10:05:07 - 3 g h.txt", LineKind::Different, "Can't find the file", "2026\\05\\07 10:05:07 - 3", "g h.txt"},
     KindRow{"ContentsMarker", "12 -different- 12 2026\\05\\07 9:5:7 - 3 [contents] 2026\\05\\07 9:5:7 - 3 [contents] x", LineKind::Different, "2026\\05\\07 9:5:7 - 3 [contents]", "2026\\05\\07 9:5:7 - 3 [contents]", "x"},
+    KindRow{"NotReadMarker", "0 -different- 0  - 3 [not read]  - 3 [not read] y", LineKind::Different, " - 3 [not read]", " - 3 [not read]", "y"},
     KindRow{"TagWithoutSequenceIsPlain", "x -different- 0 a", LineKind::Plain, "", "", ""},
     KindRow{"StatisticsArePlain", " there were 3 items with different datetimes and or lengths. See results for details.", LineKind::Plain, "", "", ""},
     KindRow{"HeaderIsPlain", "Directory 1: /a -different- ", LineKind::Plain, "", "", ""},
