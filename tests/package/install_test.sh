@@ -48,6 +48,13 @@ done
 grep -q 'Comparing files' "$progdir/Pairview.txt" || fail "no fc report in Pairview.txt"
 grep -q 'TWO' "$progdir/Pairview.txt" || fail "the fc report does not show the changed line"
 
+# A settings path with a blank is refused before anything is written.
+status=0
+(cd "$tmp" && run "$prefix/bin/pairview" -ini "$tmp/my ini.ini" 2>"$tmp/err") || status=$?
+[ "$status" = 2 ] || fail "pairview with a blank in the settings path gave $status, expected 2"
+grep -q '^Usage: pairview' "$tmp/err" || fail "no usage line for a settings path with a blank"
+[ ! -e "$tmp/my" ] && [ ! -e "$tmp/my ini.ini" ] || fail "a settings file was created"
+
 # The installed interpreter runs a tool on its own.
 status=0
 run "$prefix/bin/pvcmd" fc "$tmp/left/b.txt" "$tmp/right/b.txt" >/dev/null || status=$?
