@@ -14,7 +14,8 @@ prefix=$tmp/prefix
 for f in bin/pairview bin/pvcompare bin/pvcmd share/pairview/CompareSelectedFile.cmd \
          share/applications/pairview.desktop share/icons/hicolor/scalable/apps/pairview.svg \
          share/metainfo/org.pairview.Pairview.metainfo.xml \
-         share/man/man1/pvcompare.1 share/man/man1/pvcmd.1; do
+         share/man/man1/pairview.1.gz share/man/man1/pvcompare.1.gz share/man/man1/pvcmd.1.gz \
+         share/doc/pairview/copyright share/doc/pairview/changelog.gz; do
   [ -e "$prefix/$f" ] || fail "not installed: $f"
 done
 
