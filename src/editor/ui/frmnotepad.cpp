@@ -71,12 +71,10 @@ frmNotePad::frmNotePad(QWidget* parent)
 
 QSize frmNotePad::sizeForText(int columns, int lines) const {
     const QFontMetrics metrics(m_text->font());
-    const int margins =
-        2 * (m_text->frameWidth() + int(m_text->document()->documentMargin()) + 1);
+    const int margins = 2 * (m_text->frameWidth() + int(m_text->document()->documentMargin()) + 1);
     const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_text);
     return {columns * metrics.horizontalAdvance(u'M') + margins + scrollBar,
-            lines * metrics.lineSpacing() + margins + scrollBar +
-                menuBar()->sizeHint().height()};
+            lines * metrics.lineSpacing() + margins + scrollBar + menuBar()->sizeHint().height()};
 }
 
 frmNotePad::~frmNotePad() {

@@ -112,7 +112,8 @@ void frmSideBySide::buildControls() {
     auto* shiftF7 = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F7), this);
     shiftF7->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shiftF7, &QShortcut::activated, this, &frmSideBySide::PreviousChange_Click);
-    for (const QKeySequence& key : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+    for (const QKeySequence& key :
+         {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
         auto* close = new QShortcut(key, this);
         close->setContext(Qt::WidgetWithChildrenShortcut);
         connect(close, &QShortcut::activated, this, [this] { FormRegistry::unload(this); });
