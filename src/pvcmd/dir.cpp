@@ -296,7 +296,7 @@ class DirRun {
                       DirFormat::filesLine(m_total.files, m_total.bytes, m_o.style.thousands));
             writeLine(m_io.out, DirFormat::dirsLine(m_total.dirs, freeBytes, m_o.style.thousands));
         }
-        return code;
+        return m_anyUnreadable ? 1 : code;
     }
 
   private:
@@ -343,10 +343,16 @@ class DirRun {
     std::vector<FileInfo> selectEntries(const std::string& dir, const Wildcard& mask,
                                         std::vector<FileInfo>& all) {
         std::vector<FileInfo> selected;
-        if (!listDirectory(dir, all)) {
-            m_unreadable = true;
+        std::vector<UnreadableEntry> unreadable;
+        if (!listDirectory(dir, all, &unreadable)) {
+            m_unreadable = m_anyUnreadable = true;
             writeLine(m_io.err, "Access is denied.");
             return selected;
+        }
+        // Entries found but not readable are named rather than left out.
+        for (const UnreadableEntry& u : unreadable) {
+            m_anyUnreadable = true;
+            writeLine(m_io.err, "Cannot list " + u.path + ": " + systemMessage(u.error));
         }
         std::vector<FileInfo> candidates;
         if (!m_o.bare && displayPath(dir) != "/") {
@@ -509,7 +515,8 @@ class DirRun {
     ToolIo& m_io;
     Totals m_total;
     int m_listedBlocks = 0;
-    bool m_unreadable = false; // a directory could not be read: no "File Not Found" on top
+    bool m_unreadable = false;    // a directory could not be read: no "File Not Found" on top
+    bool m_anyUnreadable = false; // something could not be listed: the exit code says so
     std::string m_freeDir = ".";
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace pvcmd {
@@ -16,14 +17,18 @@ bool FileInfo::isReadOnly() const {
 }
 
 bool FileInfo::read(const std::string& path, FileInfo& info) {
+    return readAt(AT_FDCWD, path, info);
+}
+
+bool FileInfo::readAt(int dirFd, const std::string& name, FileInfo& info) {
     struct stat st;
-    if (::lstat(path.c_str(), &st) != 0)
+    if (::fstatat(dirFd, name.c_str(), &st, AT_SYMLINK_NOFOLLOW) != 0)
         return false;
     info.isLink = S_ISLNK(st.st_mode);
     if (info.isLink) {
         struct stat target;
         // A dangling link is listed as what it is, a link.
-        if (::stat(path.c_str(), &target) == 0)
+        if (::fstatat(dirFd, name.c_str(), &target, 0) == 0)
             st = target;
     }
     info.isDirectory = S_ISDIR(st.st_mode);
@@ -53,25 +58,44 @@ bool nameLess(const std::string& a, const std::string& b) {
     return a < b;
 }
 
-bool listDirectory(const std::string& path, std::vector<FileInfo>& entries) {
+bool listDirectory(const std::string& path, std::vector<FileInfo>& entries,
+                   std::vector<UnreadableEntry>* unreadable) {
     entries.clear();
     DIR* dir = ::opendir(path.empty() ? "." : path.c_str());
     if (!dir)
         return false;
-    errno = 0;
-    while (dirent* entry = ::readdir(dir)) {
+    std::vector<std::pair<std::string, int>> failed;
+    for (;;) {
+        errno = 0;
+        dirent* entry = ::readdir(dir);
+        if (!entry)
+            break;
         std::string name = entry->d_name;
         if (name == "." || name == "..")
             continue;
         FileInfo info;
-        if (!FileInfo::read(joinPath(path, name), info))
-            continue; // vanished between readdir and stat
+        if (!FileInfo::readAt(::dirfd(dir), name, info)) {
+            if (errno != ENOENT) // else it vanished between readdir and stat
+                failed.emplace_back(std::move(name), errno);
+            continue;
+        }
         info.name = std::move(name);
         entries.push_back(std::move(info));
     }
+    int readError = errno;
     ::closedir(dir);
+    if (readError != 0) {
+        errno = readError;
+        return false;
+    }
     std::sort(entries.begin(), entries.end(),
               [](const FileInfo& a, const FileInfo& b) { return nameLess(a.name, b.name); });
+    if (unreadable) {
+        std::sort(failed.begin(), failed.end(),
+                  [](const auto& a, const auto& b) { return nameLess(a.first, b.first); });
+        for (auto& [name, error] : failed)
+            unreadable->push_back({joinPath(path, name), error});
+    }
     return true;
 }
 

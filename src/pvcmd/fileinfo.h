@@ -29,11 +29,23 @@ struct FileInfo {
 
     // Fills the entry from `path`; false (errno set) when it cannot be read.
     static bool read(const std::string& path, FileInfo& info);
+    // The same for `name` in the open directory `dirFd`, so that an entry is read
+    // even when its full path is longer than the system takes.
+    static bool readAt(int dirFd, const std::string& name, FileInfo& info);
+};
+
+// An entry a listing found but could not read.
+struct UnreadableEntry {
+    std::string path; // the directory's path joined with the name
+    int error = 0;    // errno
 };
 
 // The entries of a directory without "." and "..", sorted by name ignoring case
 // (then by the exact bytes). False (errno set) when the directory cannot be read.
-bool listDirectory(const std::string& path, std::vector<FileInfo>& entries);
+// Entries that cannot be read go to `unreadable` (when given), in name order;
+// entries that vanished meanwhile are left out.
+bool listDirectory(const std::string& path, std::vector<FileInfo>& entries,
+                   std::vector<UnreadableEntry>* unreadable = nullptr);
 
 using pv::joinPath;
 

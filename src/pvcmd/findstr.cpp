@@ -105,19 +105,34 @@ bool isSwitchPiece(std::string_view piece) {
     return applySwitch(piece, scratch);
 }
 
-bool parseArguments(const ToolArgs& args, FindstrOptions& o) {
+// "/c", "/g", "/f", "/d" or "/a" without its colon and value: the system tool
+// names it as ignored. Never a path, even where one of that name exists.
+bool isValueSwitchWithoutValue(std::string_view arg) {
+    return arg.size() == 2 && arg[0] == '/' && std::strchr("cgfdaCGFDA", arg[1]) != nullptr;
+}
+
+bool parseArguments(const ToolArgs& args, FindstrOptions& o, std::ostream& err) {
     bool switchesDone = false;
     for (const std::string& arg : args) {
-        if (!switchesDone && arg.size() > 1 && arg[0] == '/') {
+        if (isValueSwitchWithoutValue(arg)) {
+            writeLine(err,
+                      std::string("FINDSTR: /") + static_cast<char>(arg[1] & ~0x20) + " ignored");
+            continue;
+        }
+        if (arg.size() > 1 && arg[0] == '/') {
             // Values may hold "/" themselves, so these take the rest of the word.
             std::string_view body = std::string_view(arg).substr(1);
-            if (pv::startsWithNoCase(body, "c:") || pv::startsWithNoCase(body, "g:") ||
-                pv::startsWithNoCase(body, "f:") || pv::startsWithNoCase(body, "d:")) {
+            if (!switchesDone &&
+                (pv::startsWithNoCase(body, "c:") || pv::startsWithNoCase(body, "g:") ||
+                 pv::startsWithNoCase(body, "f:") || pv::startsWithNoCase(body, "d:"))) {
                 applySwitch(body, o);
                 continue;
             }
             ClassifiedWord word = classifyWord(arg, isSwitchPiece);
-            if (word.kind == WordKind::BadSwitch)
+            // After the search text a switch is out of place; it is no file name
+            // either (with /s, "/s" as a name would search the whole system).
+            if (word.kind == WordKind::BadSwitch ||
+                (switchesDone && word.kind == WordKind::Switches))
                 return false;
             if (word.kind == WordKind::Switches) {
                 for (const std::string& piece : word.switches)
@@ -237,6 +252,9 @@ class FindstrRun {
     void searchStdin() {
         std::string bytes((std::istreambuf_iterator<char>(m_io.in)),
                           std::istreambuf_iterator<char>());
+        // Piped input gets a line end on its last line, as the system tool gives it.
+        if (!bytes.empty() && bytes.back() != '\n')
+            bytes += "\r\n";
         searchBytes("", bytes);
     }
 
@@ -381,7 +399,7 @@ int findstrMain(const ToolArgs& args, ToolIo& io) {
         return 0;
     }
     FindstrOptions o;
-    if (!parseArguments(args, o))
+    if (!parseArguments(args, o, io.err))
         return badCommandLine(io);
 
     // The search strings: /c: strings, a /g: file, else the first operand's words.

@@ -1,4 +1,5 @@
 #include "pvcmd/interpreter.h"
+#include "pvcmd/toolsupport.h"
 
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
@@ -9,6 +10,8 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iostream>
+#include <set>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,7 +26,9 @@ bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-std::string trim(const std::string& text) { return std::string(pv::trimBlanks(text, " \t")); }
+std::string trim(const std::string& text) {
+    return std::string(pv::trimBlanks(text, " \t"));
+}
 
 std::string withoutQuotes(const std::string& text) {
     std::string out;
@@ -50,24 +55,6 @@ std::string currentDirectory() {
         buf.resize(buf.size() * 2);
     }
     return buf.c_str();
-}
-
-// The message the command interpreter gives for a file it cannot open.
-std::string openFailureText(int err) {
-    switch (err) {
-    case ENOENT:
-    case ENOTDIR:
-        return kPathNotFound;
-    case EACCES:
-    case EPERM:
-    case EISDIR:
-    case EROFS:
-        return "Access is denied.";
-    case ENOSPC:
-        return "There is not enough space on the disk.";
-    default:
-        return std::strerror(err);
-    }
 }
 
 // An output stream buffer over a file descriptor that remembers the first
@@ -165,45 +152,165 @@ class RedirectedFiles {
     std::vector<int> m_opened;
 };
 
+// One more level of scripts within scripts for as long as it lives, counted in
+// the environment so that a pvcmd started by a script counts too.
+class NestingLevel {
+  public:
+    NestingLevel() {
+        const char* value = std::getenv(Interpreter::kNestingVariable);
+        if (value)
+            m_saved = value;
+        int depth = value ? std::atoi(value) : 0;
+        if (depth >= Interpreter::kMaxNesting)
+            return;
+        m_entered = true;
+        ::setenv(Interpreter::kNestingVariable, std::to_string(depth + 1).c_str(), 1);
+    }
+    ~NestingLevel() {
+        if (!m_entered)
+            return;
+        if (m_saved)
+            ::setenv(Interpreter::kNestingVariable, m_saved->c_str(), 1);
+        else
+            ::unsetenv(Interpreter::kNestingVariable);
+    }
+    NestingLevel(const NestingLevel&) = delete;
+    NestingLevel& operator=(const NestingLevel&) = delete;
+
+    bool entered() const { return m_entered; }
+
+  private:
+    bool m_entered = false;
+    std::optional<std::string> m_saved;
+};
+
+// A regular file (not a directory) that a script name may stand for.
+bool isScriptFile(const std::string& path) {
+    struct stat st {};
+    return ::stat(path.c_str(), &st) == 0 && S_ISREG(st.st_mode);
+}
+
+bool hasScriptExtension(const std::string& name) {
+    std::string lower = pv::toLower(name);
+    return lower.size() > 4 && (lower.compare(lower.size() - 4, 4, ".cmd") == 0 ||
+                                lower.compare(lower.size() - 4, 4, ".bat") == 0);
+}
+
 } // namespace
 
 Interpreter::Interpreter(ToolIo& io) : m_io(io) {}
 
 int Interpreter::runScript(const std::string& path, const std::vector<std::string>& args) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file || pv::isDirectory(path)) {
-        m_io.err << kFileNotFound << "\r\n";
+    ScriptCall script{path, args};
+    if (script.args.empty())
+        script.args.push_back(path);
+    return runFile(std::move(script));
+}
+
+int Interpreter::runText(const std::string& text, const std::vector<std::string>& args) {
+    NestingLevel level;
+    m_percent.args = args;
+    m_percent.withArguments = args.size() > 1;
+    std::istringstream in(text);
+    int status = runStream(*in.rdbuf());
+    if (m_next) {
+        ScriptCall next = std::move(*m_next);
+        m_next.reset();
+        m_exit = false;
+        return runFile(std::move(next));
+    }
+    return status;
+}
+
+int Interpreter::runFile(ScriptCall script) {
+    NestingLevel level;
+    if (!level.entered()) {
+        m_io.err << "Scripts are nested more than " << kMaxNesting
+                 << " deep (call, start /wait or pvcmd within a script); the script stops.\r\n";
         m_io.err.flush();
+        m_aborted = m_exit = true;
+        m_status = 1;
         return 1;
     }
-    m_args = args;
-    m_expand = args.size() > 1;
-    std::streambuf* in = file.rdbuf();
+    // Without "if" or "goto" a script that comes back to itself through
+    // takeovers can never end; it is stopped after a while.
+    std::set<std::pair<dev_t, ino_t>> seen;
+    int comebacks = 0;
+    for (;;) {
+        std::ifstream file(script.path, std::ios::binary);
+        if (!file || pv::isDirectory(script.path)) {
+            m_io.err << kFileNotFound << "\r\n";
+            m_io.err.flush();
+            return 1;
+        }
+        struct stat st {};
+        if (::stat(script.path.c_str(), &st) == 0 && !seen.insert({st.st_dev, st.st_ino}).second &&
+            ++comebacks > kMaxNesting) {
+            m_io.err << "A script took over from itself more than " << kMaxNesting
+                     << " times; the script stops.\r\n";
+            m_io.err.flush();
+            m_exit = true;
+            m_status = 1;
+            return 1;
+        }
+        m_percent.args = script.args;
+        m_percent.withArguments = script.args.size() > 1;
+        runStream(*file.rdbuf());
+        if (!m_next)
+            break;
+        // Control passed to another script: this one does not go on.
+        script = std::move(*m_next);
+        m_next.reset();
+        m_exit = false;
+    }
+    return scriptStatus();
+}
+
+int Interpreter::runStream(std::streambuf& in) {
+    constexpr int kEnd = std::char_traits<char>::eof();
+    // One physical line, without its LF (and CR); false at the end of the input.
     std::string raw;
     bool tooLong = false;
-    for (;;) {
-        int c = in->sbumpc();
-        if (c == std::char_traits<char>::eof() || c == '\n') {
-            bool atEnd = c == std::char_traits<char>::eof();
-            if (atEnd && raw.empty() && !tooLong)
-                break;
-            if (tooLong) {
-                m_io.err << "The input line is too long.\r\n";
-                m_status = 1;
-            } else {
-                runLine(raw);
-            }
-            raw.clear();
-            tooLong = false;
-            if (atEnd || m_exit)
-                break;
-            continue;
+    auto readLine = [&](std::string& line) {
+        line.clear();
+        int c = in.sbumpc();
+        if (c == kEnd)
+            return false;
+        for (; c != kEnd && c != '\n'; c = in.sbumpc()) {
+            if (line.size() <= kMaxLine + 1)
+                line += static_cast<char>(c);
+            else
+                tooLong = true;
         }
-        if (tooLong)
-            continue;
-        raw += static_cast<char>(c);
-        if (raw.size() > kMaxLine + 1) // one more for a CR before the LF
+        if (line.size() > kMaxLine + 1) // one more for a CR before the LF
             tooLong = true;
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        return true;
+    };
+    std::string next;
+    while (!m_exit && readLine(raw)) {
+        // A "^" at the end escapes the line end: the next line continues the
+        // command with its first character escaped. An empty next line gives an
+        // escaped line feed, and the line after it continues as well.
+        while (endsInContinuation(raw)) {
+            raw.pop_back();
+            if (!readLine(next))
+                break;
+            raw += '^';
+            if (next.empty() && readLine(next))
+                raw += '\n';
+            raw += next;
+            if (raw.size() > kMaxLine + 1)
+                tooLong = true;
+        }
+        if (tooLong) {
+            m_io.err << "The input line is too long.\r\n";
+            m_status = 1;
+            tooLong = false;
+        } else {
+            runLine(raw);
+        }
     }
     m_io.out.flush();
     m_io.err.flush();
@@ -214,26 +321,6 @@ int Interpreter::scriptStatus() const {
     return m_outputLost && m_status == 0 ? 1 : m_status;
 }
 
-int Interpreter::runText(const std::string& text, const std::vector<std::string>& args) {
-    m_args = args;
-    m_expand = args.size() > 1;
-    size_t start = 0;
-    while (start < text.size() && !m_exit) {
-        size_t end = text.find('\n', start);
-        if (end == std::string::npos)
-            end = text.size();
-        std::string raw = text.substr(start, end - start);
-        if (raw.size() > kMaxLine + 1) {
-            m_io.err << "The input line is too long.\r\n";
-            m_status = 1;
-        } else {
-            runLine(raw);
-        }
-        start = end + 1;
-    }
-    return scriptStatus();
-}
-
 int Interpreter::runLine(const std::string& rawLine) {
     std::string raw = rawLine;
     if (!raw.empty() && raw.back() == '\r')
@@ -242,8 +329,8 @@ int Interpreter::runLine(const std::string& rawLine) {
     size_t nul = raw.find('\0');
     if (nul != std::string::npos)
         raw.resize(nul);
-    if (m_expand)
-        raw = expandArguments(raw, m_args);
+    m_percent.errorLevel = m_status;
+    raw = expandPercents(raw, m_percent);
 
     // rem takes the rest of the line as it is: no redirection, no escapes.
     size_t i = 0;
@@ -282,7 +369,7 @@ int Interpreter::execute(const ScriptLine& line) {
     std::string failed;
     if (!files.open(line.redirections(), error, failed)) {
         m_outputLost = true;
-        m_io.err << openFailureText(error) << "\r\n";
+        m_io.err << systemMessage(error) << "\r\n";
         m_io.err.flush();
         return 1;
     }
@@ -295,7 +382,27 @@ int Interpreter::execute(const ScriptLine& line) {
     std::ostream& err = files.errFd() >= 0 ? errFile : m_io.err;
     ToolIo io{m_io.in, out, err};
 
-    const std::string text = trim(line.text());
+    int status = dispatch(line.text(), io, !line.redirections().empty(), files.outFd(),
+                          files.errFd(), false);
+    out.flush();
+    err.flush();
+    // Output lost on its way into a file fails the line and, in the end, the
+    // script: a report cut short must not look complete.
+    int writeError = outBuf.error() ? outBuf.error() : errBuf.error();
+    if (writeError != 0) {
+        const std::string& target = outBuf.error() ? files.outTarget() : files.errTarget();
+        m_io.err << "Cannot write to " << target << ": " << systemMessage(writeError) << "\r\n";
+        m_io.err.flush();
+        m_outputLost = true;
+        if (status == 0)
+            status = 1;
+    }
+    return status;
+}
+
+int Interpreter::dispatch(const std::string& full, ToolIo& io, bool redirected, int outFd,
+                          int errFd, bool called) {
+    const std::string text = trim(full);
     size_t letters = 0;
     while (letters < text.size() && ((text[letters] >= 'a' && text[letters] <= 'z') ||
                                      (text[letters] >= 'A' && text[letters] <= 'Z')))
@@ -309,7 +416,6 @@ int Interpreter::execute(const ScriptLine& line) {
     int status = 0;
     if (word == "echo" && followedBy(" \t.:/(+,;=[]\\")) {
         // The echoed text keeps its trailing blanks: take it from the untrimmed line.
-        const std::string& full = line.text();
         size_t at = full.find_first_not_of(" \t");
         status = runEcho(full.substr(at + 4), io);
     } else if ((word == "cd" || word == "chdir") && followedBy(" \t./\\\"")) {
@@ -325,7 +431,11 @@ int Interpreter::execute(const ScriptLine& line) {
     } else if (word == "shift" && followedBy(" \t/")) {
         status = runShift(text.substr(letters), io);
     } else if (word == "set" && followedBy(" \t")) {
-        status = runSet(text.substr(letters), io);
+        // As with echo, a trailing blank belongs to the value.
+        status = runSet(full.substr(full.find_first_not_of(" \t") + 3), io);
+    } else if (word == "call" && followedBy(" \t")) {
+        status = dispatch(full.substr(full.find_first_not_of(" \t") + 4), io, redirected, outFd,
+                          errFd, true);
     } else if (word == "cls" && followedBy(" \t")) {
         status = 0;
     } else if (word == "pause" && followedBy(" \t")) {
@@ -339,29 +449,85 @@ int Interpreter::execute(const ScriptLine& line) {
         // directory is already current after the cd before it. Only a path
         // counts, so a command such as "fc" still runs where a folder "fc" exists.
         status = 0;
-    } else {
-        std::vector<std::string> words = pv::splitCommandLine(text);
-        if (ToolMain tool = findTool(words.empty() ? std::string() : words[0])) {
-            words.erase(words.begin());
-            status = tool(words, io);
+    } else if (std::vector<std::string> words = pv::splitCommandLine(text);
+               ToolMain tool = findTool(words.empty() ? std::string() : words[0])) {
+        // The built-in tools come first: a script "fc.cmd" in the directory
+        // does not replace fc.
+        words.erase(words.begin());
+        status = tool(words, io);
+    } else if (std::optional<ScriptCall> script = scriptNamedBy(text)) {
+        if (called) {
+            status = runNested(*script, io);
+        } else if (redirected) {
+            // Its output goes where the line sends it; it still does not return.
+            status = runNested(*script, io);
+            m_exit = true;
         } else {
-            status = runProgram(text, io, files.outFd(), files.errFd());
+            m_next = std::move(*script);
+            m_exit = true;
+            status = m_status;
         }
-    }
-    out.flush();
-    err.flush();
-    // Output lost on its way into a file fails the line and, in the end, the
-    // script: a report cut short must not look complete.
-    int writeError = outBuf.error() ? outBuf.error() : errBuf.error();
-    if (writeError != 0) {
-        const std::string& target = outBuf.error() ? files.outTarget() : files.errTarget();
-        m_io.err << "Cannot write to " << target << ": " << openFailureText(writeError) << "\r\n";
-        m_io.err.flush();
-        m_outputLost = true;
-        if (status == 0)
-            status = 1;
+    } else if (!words.empty() && hasScriptExtension(words[0])) {
+        // Named as a script but found nowhere: not a program to start either.
+        status = notRecognized(words[0], io);
+    } else {
+        status = runProgram(text, io, outFd, errFd);
     }
     return status;
+}
+
+int Interpreter::runNested(const ScriptCall& script, ToolIo& io) {
+    Interpreter nested(io);
+    nested.m_echo = m_echo;
+    int status = nested.runFile(script);
+    m_echo = nested.m_echo;
+    m_outputLost = m_outputLost || nested.m_outputLost;
+    if (nested.m_aborted)
+        m_aborted = m_exit = true;
+    return status;
+}
+
+// The script a line names: "x.cmd" or "x.bat", or "x" standing for one of them,
+// looked up in the current directory and then on the search path, as the
+// interpreter finds scripts. A program "x" found first is not a script.
+std::optional<Interpreter::ScriptCall> Interpreter::scriptNamedBy(const std::string& text) const {
+    std::vector<std::string> words = pv::splitCommandLine(text);
+    if (words.empty() || words[0].empty())
+        return std::nullopt;
+    const std::string& name = words[0];
+    std::vector<std::string> dirs = {""};
+    if (name.find('/') == std::string::npos) {
+        const char* path = std::getenv("PATH");
+        std::string list = path ? path : "";
+        for (size_t start = 0; !list.empty() && start <= list.size();) {
+            size_t end = std::min(list.find(':', start), list.size());
+            dirs.push_back(end == start ? "./" : list.substr(start, end - start) + "/");
+            start = end + 1;
+        }
+    }
+    const bool named = hasScriptExtension(name);
+    std::optional<ScriptCall> found;
+    for (const std::string& dir : dirs) {
+        std::string candidate = dir + name;
+        if (named && isScriptFile(candidate)) {
+            found = ScriptCall{candidate, {}};
+        } else if (!named) {
+            if (::access(candidate.c_str(), X_OK) == 0 && !pv::isDirectory(candidate))
+                return std::nullopt; // a program of that name comes first
+            for (const char* extension : {".bat", ".cmd"})
+                if (!found && isScriptFile(candidate + extension))
+                    found = ScriptCall{candidate + extension, {}};
+        }
+        if (found)
+            break;
+    }
+    if (!found)
+        return std::nullopt;
+    // %0 is the script as named; the arguments keep their quotes.
+    found->args.push_back(name);
+    for (size_t k = 1; k < words.size(); ++k)
+        found->args.push_back(pv::quoteArgument(words[k]));
+    return found;
 }
 
 int Interpreter::runEcho(const std::string& rest, ToolIo& io) {
@@ -458,8 +624,9 @@ int Interpreter::runShift(const std::string& rest, ToolIo& io) {
         }
         from = static_cast<size_t>(option[1] - '0');
     }
-    if (from < m_args.size())
-        m_args.erase(m_args.begin() + static_cast<long>(from));
+    std::vector<std::string>& args = m_percent.args;
+    if (from < args.size())
+        args.erase(args.begin() + static_cast<long>(from));
     return m_status;
 }
 
@@ -555,6 +722,12 @@ int Interpreter::runStart(const std::string& rest, ToolIo& io) {
     }
 }
 
+int Interpreter::notRecognized(const std::string& name, ToolIo& io) {
+    io.err << "'" << name << "' is not recognized as an internal or external command,\r\n"
+           << "operable program or batch file.\r\n";
+    return kNotRecognized;
+}
+
 int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int errFd) {
     std::vector<std::string> words = pv::splitCommandLine(text);
     if (words.empty())
@@ -568,13 +741,8 @@ int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int 
         argv.push_back("./" + name);
     else
         argv = pv::resolveProgram(name);
-    auto notRecognized = [&] {
-        io.err << "'" << name << "' is not recognized as an internal or external command,\r\n"
-               << "operable program or batch file.\r\n";
-        return kNotRecognized;
-    };
     if (argv.empty())
-        return notRecognized();
+        return notRecognized(name, io);
     argv.insert(argv.end(), words.begin() + 1, words.end());
     // What the interpreter wrote so far must come before the program's output.
     io.out.flush();
@@ -587,7 +755,7 @@ int Interpreter::runProgram(const std::string& text, ToolIo& io, int outFd, int 
         return pv::runAndWait(argv, outFd, errFd);
     } catch (const pv::RuntimeError& e) {
         if (e.number() == ENOENT || e.number() == ENOTDIR)
-            return notRecognized();
+            return notRecognized(name, io);
         if (e.number() == EACCES) {
             io.err << "Access is denied.\r\n";
             return 1;

@@ -9,6 +9,8 @@
 #include "pvcmd/tool.h"
 
 #include <iosfwd>
+#include <optional>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,10 @@ class Interpreter {
     static constexpr int kNotRecognized = 9009;
     // Longest line the interpreter accepts, as the system's does.
     static constexpr size_t kMaxLine = 8191;
+    // Scripts running inside scripts (call, start /wait, a pvcmd started by a
+    // script), counted across processes in the environment variable below.
+    static constexpr int kMaxNesting = 32;
+    static constexpr const char* kNestingVariable = "PVCMD_DEPTH";
 
     explicit Interpreter(ToolIo& io);
     ~Interpreter();
@@ -27,12 +33,15 @@ class Interpreter {
     Interpreter& operator=(const Interpreter&) = delete;
 
     // Runs a script file. args[0] is the script as named, args[1..] its
-    // arguments; "%" expansion happens only when there are arguments.
+    // arguments; with none, "%" is read only in the forms expandPercents lists.
+    // A script named on a line without "call" takes over: the lines after it
+    // do not run, and its status is the status returned.
     // Returns the last command's exit status, or 1 when that is 0 but output of
     // some line was lost on its way into a file (a full disk).
     int runScript(const std::string& path, const std::vector<std::string>& args);
 
-    // Runs script text (LF or CR LF line ends) with the same rules.
+    // Runs script text (LF or CR LF line ends) with the same rules; a script it
+    // names takes over as in runScript.
     int runText(const std::string& text, const std::vector<std::string>& args);
 
     // Runs one line; returns its exit status (the previous status for lines that
@@ -43,6 +52,17 @@ class Interpreter {
     bool exitRequested() const { return m_exit; }
 
   private:
+    // A script named on a line, with the arguments it is to see.
+    struct ScriptCall {
+        std::string path;
+        std::vector<std::string> args;
+    };
+
+    int runFile(ScriptCall script);
+    int runStream(std::streambuf& in);
+    int runNested(const ScriptCall& script, ToolIo& io);
+    int dispatch(const std::string& full, ToolIo& io, bool redirected, int outFd, int errFd,
+                 bool called);
     int execute(const ScriptLine& line);
     int runEcho(const std::string& rest, ToolIo& io);
     int runCd(std::string rest, ToolIo& io);
@@ -53,15 +73,20 @@ class Interpreter {
     int runExit(const std::string& rest);
     int runStart(const std::string& rest, ToolIo& io);
     int runProgram(const std::string& text, ToolIo& io, int outFd, int errFd);
+    int notRecognized(const std::string& name, ToolIo& io);
+    std::optional<ScriptCall> scriptNamedBy(const std::string& text) const;
     bool changeDirectory(const std::string& path, ToolIo& io);
     int scriptStatus() const;
 
     ToolIo& m_io;
     bool m_echo = true;
     bool m_exit = false;
-    bool m_expand = false;
+    // Set when scripts nest too deep: every level stops.
+    bool m_aborted = false;
     int m_status = 0;
-    std::vector<std::string> m_args;
+    PercentContext m_percent;
+    // The script that takes over when the current one ends its line.
+    std::optional<ScriptCall> m_next;
     bool m_outputLost = false;
     // Directories left by pushd, held open (-1 when the current one could not be).
     std::vector<int> m_directoryStack;

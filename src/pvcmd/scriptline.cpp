@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <strings.h>
 #include <unistd.h>
 
@@ -123,8 +124,12 @@ ScriptLine ScriptLine::parse(const std::string& raw) {
 
 std::string ScriptLine::display() const {
     std::string shown = m_text;
-    if (m_redirections.empty())
-        return shown + " ";
+    if (m_redirections.empty()) {
+        // "echo." and "echo:word" are shown without the blank other commands get.
+        bool echoJoined = m_text.size() > 4 && ::strncasecmp(m_text.c_str(), "echo", 4) == 0 &&
+                          std::strchr(".:/(+,;=[]\\", m_text[4]) != nullptr;
+        return echoJoined ? shown : shown + " ";
+    }
     for (const Redirection& r : m_redirections) {
         shown += " ";
         shown += static_cast<char>('0' + r.handle);
@@ -132,6 +137,20 @@ std::string ScriptLine::display() const {
         shown += r.target;
     }
     return shown;
+}
+
+bool endsInContinuation(const std::string& line) {
+    bool quoted = false;
+    for (size_t i = 0; i < line.size(); ++i) {
+        if (line[i] == '"')
+            quoted = !quoted;
+        else if (!quoted && line[i] == '^') {
+            if (i + 1 == line.size())
+                return true;
+            ++i;
+        }
+    }
+    return false;
 }
 
 namespace {
@@ -147,22 +166,62 @@ size_t variableEnd(const std::string& line, size_t from) {
     return k;
 }
 
-// A variable's value, its name matched without regard to case; empty when unset.
-std::string variableValue(const std::string& name) {
+// A variable's value, its name matched without regard to case.
+std::optional<std::string> variableValue(const std::string& name) {
     if (const char* value = std::getenv(name.c_str()))
-        return value;
+        return std::string(value);
     for (char** entry = environ; entry && *entry; ++entry) {
         const char* eq = std::strchr(*entry, '=');
         if (eq && static_cast<size_t>(eq - *entry) == name.size() &&
             ::strncasecmp(*entry, name.c_str(), name.size()) == 0)
-            return eq + 1;
+            return std::string(eq + 1);
     }
-    return {};
+    return std::nullopt;
+}
+
+// %NAME%: a variable set by the user wins over the interpreter's own ERRORLEVEL.
+std::optional<std::string> percentVariable(const std::string& name, const PercentContext& context) {
+    std::optional<std::string> value = variableValue(name);
+    if (!value && ::strcasecmp(name.c_str(), "errorlevel") == 0)
+        value = std::to_string(context.errorLevel);
+    return value;
+}
+
+// A script started without arguments: only %% and known %NAME% outside quotes.
+std::string expandLiterally(const std::string& line, const PercentContext& context) {
+    std::string out;
+    bool quoted = false;
+    for (size_t i = 0; i < line.size(); ++i) {
+        char c = line[i];
+        if (c == '"')
+            quoted = !quoted;
+        if (c != '%' || quoted || i + 1 >= line.size()) {
+            out += c;
+            continue;
+        }
+        if (line[i + 1] == '%') {
+            out += '%';
+            ++i;
+        } else if (size_t close = variableEnd(line, i + 1); close != std::string::npos) {
+            if (auto value = percentVariable(line.substr(i + 1, close - i - 1), context)) {
+                out += *value;
+                i = close;
+            } else {
+                out += c;
+            }
+        } else {
+            out += c;
+        }
+    }
+    return out;
 }
 
 } // namespace
 
-std::string expandArguments(const std::string& line, const std::vector<std::string>& args) {
+std::string expandPercents(const std::string& line, const PercentContext& context) {
+    if (!context.withArguments)
+        return expandLiterally(line, context);
+    const std::vector<std::string>& args = context.args;
     std::string out;
     const size_t n = line.size();
     for (size_t i = 0; i < n; ++i) {
@@ -199,7 +258,7 @@ std::string expandArguments(const std::string& line, const std::vector<std::stri
             ++i;
         } else if (size_t close = variableEnd(line, i + 1); close != std::string::npos) {
             // %NAME% is the variable's value (set by "set"), or nothing.
-            out += variableValue(line.substr(i + 1, close - i - 1));
+            out += percentVariable(line.substr(i + 1, close - i - 1), context).value_or("");
             i = close;
         }
         // any other "%" is dropped and the character after it kept

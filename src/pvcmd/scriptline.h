@@ -40,8 +40,25 @@ class ScriptLine {
     std::vector<Redirection> m_redirections;
 };
 
-// Replaces %0..%9, %~0..%~9 (quotes removed), %* and %% in a line of a script
-// started with arguments; any other "%" is dropped.
-std::string expandArguments(const std::string& line, const std::vector<std::string>& args);
+// What "%" stands for in a script's line.
+struct PercentContext {
+    std::vector<std::string> args; // %0 (the script as named), %1, ...
+    // A script started with arguments reads every "%" form; one started without
+    // (all the scripts Pairview writes) keeps what it cannot read as it is.
+    bool withArguments = false;
+    int errorLevel = 0; // %ERRORLEVEL%, unless a variable of that name is set
+};
+
+// With arguments: replaces %0..%9, %~0..%~9 (quotes removed), %*, %% and
+// %NAME% (empty when unset); any other "%" is dropped.
+// Without: only outside double quotes, %% becomes % and %NAME% the value of a
+// variable that is set (or the error level); every other "%" stays, so file names
+// such as "100%.txt" and "100%PATH%.txt" in the quoted paths of a compare line
+// reach the tool intact.
+std::string expandPercents(const std::string& line, const PercentContext& context);
+
+// True when the line ends in a "^" that escapes the line end: outside double
+// quotes and not itself escaped. The interpreter then joins the next line.
+bool endsInContinuation(const std::string& line);
 
 } // namespace pvcmd

@@ -1,5 +1,7 @@
 #include "pvcmd/toolsupport.h"
 
+#include <cerrno>
+#include <cstring>
 #include <sys/stat.h>
 
 namespace pvcmd {
@@ -51,6 +53,26 @@ ClassifiedWord classifyWord(std::string_view word, const SwitchRecogniser& isKno
     result.kind = WordKind::BadSwitch;
     result.badSwitch = firstBad.empty() ? std::string(word) : firstBad;
     return result;
+}
+
+std::string systemMessage(int error) {
+    switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+        return "The system cannot find the path specified.";
+    case EACCES:
+    case EPERM:
+    case EISDIR:
+    case EROFS:
+        return "Access is denied.";
+    case ENOSPC:
+    case EDQUOT:
+        return "There is not enough space on the disk.";
+    case ENAMETOOLONG:
+        return "The filename or extension is too long.";
+    default:
+        return std::strerror(error);
+    }
 }
 
 std::string withThousands(unsigned long long value) {

@@ -37,6 +37,10 @@ ClassifiedWord classifyWord(std::string_view word, const SwitchRecogniser& isKno
 // value only when the switch takes a path-like value (not needed by our tools).
 std::vector<std::string> splitSwitchPieces(std::string_view word);
 
+// The command interpreter's text for a failure with errno `error`
+// ("Access is denied.", "The system cannot find the path specified.", ...).
+std::string systemMessage(int error);
+
 // Numbers with a "," every three digits, as the tools print sizes.
 std::string withThousands(unsigned long long value);
 

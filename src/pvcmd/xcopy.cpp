@@ -1,13 +1,14 @@
 // xcopy: copies files and directory trees.
 
 #include "platform/filecopy.h"
+#include "platform/textutil.h"
 #include "pvcmd/fileinfo.h"
 #include "pvcmd/tool.h"
 #include "pvcmd/toolhelp.h"
 #include "pvcmd/toolsupport.h"
 #include "pvcmd/wildcard.h"
-#include "platform/textutil.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -162,7 +163,31 @@ struct CopyItem {
     std::string source;   // path to open
     std::string relative; // below the source base ("sub/a.txt"), for the destination
     FileInfo info;
+    int unreadable = 0; // errno of a directory or entry that could not be read
 };
+
+// How xcopy reports a file or directory it could not read or write, and the
+// exit code that goes with it. Too long a path is the tool's "Insufficient
+// memory", an initialisation error.
+struct Failure {
+    std::string message;
+    int code;
+};
+
+Failure failureFor(int error) {
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+        return {"Insufficient disk space", WriteError};
+    case EACCES:
+    case EPERM:
+        return {"Access denied", WriteError};
+    case ENAMETOOLONG:
+        return {"Insufficient memory", InitError};
+    default:
+        return {"File creation error - " + std::string(std::strerror(error)), WriteError};
+    }
+}
 
 class XcopyRun {
   public:
@@ -200,6 +225,11 @@ class XcopyRun {
         std::vector<std::string> dirs;
         collect(m_sourceBase, "", Wildcard(mask), items, dirs);
         bool manyFiles = sourceIsDirectory || Wildcard::hasWildcard(mask) || items.size() > 1;
+        if (items.empty() && sourceIsDirectory && m_o.subdirs && !m_o.treeOnly && !m_o.emptyDirs) {
+            // A tree without files: nothing to copy, and no empty directory is made.
+            writeLine(m_io.out, "0 File(s) copied");
+            return Copied;
+        }
         if (items.empty() && !(m_o.treeOnly || m_o.emptyDirs)) {
             writeLine(m_io.err, "File not found - " + mask);
             writeLine(m_io.out, "0 File(s) copied");
@@ -225,29 +255,39 @@ class XcopyRun {
         int code = Copied;
         if (!m_o.listOnly && (m_o.treeOnly || m_o.emptyDirs)) {
             // /e makes every directory; /t alone only those that hold files to copy.
-            std::vector<std::string> made = m_o.emptyDirs ? dirs : std::vector<std::string>();
+            // With /e the destination itself is made too, even for an empty source.
+            std::vector<std::string> made;
+            if (m_o.emptyDirs) {
+                if (m_destIsDirectory)
+                    made.push_back(".");
+                made.insert(made.end(), dirs.begin(), dirs.end());
+            }
             if (!m_o.emptyDirs)
                 for (const CopyItem& item : items)
-                    if (item.relative.find('/') != std::string::npos)
+                    if (item.unreadable == 0 && item.relative.find('/') != std::string::npos)
                         made.push_back(item.relative.substr(0, item.relative.rfind('/')));
             for (const std::string& dir : made)
                 if (!makeDirectory(destinationFor(dir + "/x")))
                     code = WriteError;
         }
         int copied = 0;
-        if (!m_o.treeOnly) {
-            for (const CopyItem& item : items) {
-                Outcome outcome = copyOne(item);
-                if (outcome == Outcome::Copied)
-                    ++copied;
-                if (outcome == Outcome::Failed) {
-                    code = WriteError;
-                    if (!m_o.continueOnError)
-                        break;
-                }
-                if (outcome == Outcome::Stop)
+        for (const CopyItem& item : items) {
+            Outcome outcome = Outcome::Skipped;
+            if (item.unreadable != 0) {
+                report(failureFor(item.unreadable), item.source);
+                outcome = Outcome::Failed;
+            } else if (!m_o.treeOnly) {
+                outcome = copyOne(item);
+            }
+            if (outcome == Outcome::Copied)
+                ++copied;
+            if (outcome == Outcome::Failed) {
+                code = std::max(code, m_failureCode);
+                if (!m_o.continueOnError)
                     break;
             }
+            if (outcome == Outcome::Stop)
+                break;
         }
         writeLine(m_io.out,
                   std::to_string(copied) + (m_o.listOnly ? " File(s)" : " File(s) copied"));
@@ -257,6 +297,15 @@ class XcopyRun {
 
   private:
     enum class Outcome { Copied, Skipped, Failed, Stop };
+
+    // Writes a failure on the error output, with the name it concerns when no
+    // copy line named it before; remembers its exit code.
+    void report(const Failure& failure, const std::string& name = {}) {
+        m_io.out.flush();
+        writeLine(m_io.err, name.empty() ? failure.message : failure.message + " - " + name);
+        m_io.err.flush();
+        m_failureCode = std::max(m_failureCode, failure.code);
+    }
 
     bool loadExcludes() {
         for (const std::string& file : m_o.excludeFiles) {
@@ -290,8 +339,21 @@ class XcopyRun {
                  std::vector<CopyItem>& items, std::vector<std::string>& dirs) {
         std::string dir = withSlash(base) + relative;
         std::vector<FileInfo> entries;
-        if (!listDirectory(dir.empty() ? "." : dir, entries))
+        std::vector<UnreadableEntry> unreadable;
+        // What cannot be read is reported in its place among the copies, not left out.
+        if (!listDirectory(dir.empty() ? "." : dir, entries, &unreadable)) {
+            std::string shown = dir.empty() ? "." : dir;
+            if (shown.size() > 1 && shown.back() == '/')
+                shown.pop_back();
+            items.push_back({shown, relative, {}, errno});
             return;
+        }
+        for (const UnreadableEntry& u : unreadable) {
+            std::string name = u.path.substr(u.path.rfind('/') + 1);
+            // It may be a directory: with /s every name counts, else the mask decides.
+            if ((m_o.hidden || name[0] != '.') && (m_o.subdirs || mask.matches(name)))
+                items.push_back({u.path, relative + name, {}, u.error});
+        }
         for (const FileInfo& e : entries) {
             // Only files are copied: opening a pipe would wait for a writer.
             if (e.isDirectory || !S_ISREG(e.mode) || (e.isHidden() && !m_o.hidden) ||
@@ -329,7 +391,8 @@ class XcopyRun {
             return true;
         }
         m_dest = destArg;
-        if (destArg.back() == '/' || pv::isDirectory(destArg) || (m_o.assumeDirectory && manyFiles)) {
+        if (destArg.back() == '/' || pv::isDirectory(destArg) ||
+            (m_o.assumeDirectory && manyFiles)) {
             m_destIsDirectory = true;
             return true;
         }
@@ -383,7 +446,7 @@ class XcopyRun {
         std::error_code ec;
         std::filesystem::create_directories(dir, ec);
         if (ec || !pv::isDirectory(dir)) {
-            writeLine(m_io.err, "Unable to create directory - " + dir);
+            report({"Unable to create directory - " + dir, WriteError});
             return false;
         }
         m_lastMadeDirectory = dir;
@@ -423,13 +486,13 @@ class XcopyRun {
                 return Outcome::Skipped;
         }
         if (destExists && S_ISDIR(destStat.st_mode)) {
-            writeLine(m_io.err, "Cannot create a file when that file already exists - " + dest);
+            report({"Cannot create a file when that file already exists - " + dest, WriteError});
             return Outcome::Failed;
         }
         struct stat srcStat;
         if (destExists && ::stat(item.source.c_str(), &srcStat) == 0 &&
             srcStat.st_dev == destStat.st_dev && srcStat.st_ino == destStat.st_ino) {
-            writeLine(m_io.err, "File cannot be copied onto itself");
+            report({"File cannot be copied onto itself", WriteError});
             return Outcome::Failed;
         }
         if (destExists && promptForOverwrite() && !m_overwriteAll && !m_o.listOnly) {
@@ -444,7 +507,7 @@ class XcopyRun {
         }
         if (destExists && !m_o.overwriteReadOnly && !m_o.listOnly &&
             (destStat.st_mode & S_IWUSR) == 0) {
-            writeLine(m_io.err, "Access denied");
+            report({"Access denied", WriteError});
             return Outcome::Failed;
         }
         if (!m_o.quiet) {
@@ -457,15 +520,10 @@ class XcopyRun {
             return Outcome::Copied;
         if (m_destIsDirectory && !makeDirectory(dest))
             return Outcome::Failed;
-        pv::FileCopyResult result = m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
+        pv::FileCopyResult result =
+            m_copier.copy(item.source, dest, m_o.keepAttributes, m_o.verify);
         if (!result.ok) {
-            if (result.error == ENOSPC || result.error == EDQUOT)
-                writeLine(m_io.err, "Insufficient disk space");
-            else if (result.error == EACCES || result.error == EPERM)
-                writeLine(m_io.err, "Access denied");
-            else
-                writeLine(m_io.err,
-                          "File creation error - " + std::string(std::strerror(result.error)));
+            report(failureFor(result.error));
             return Outcome::Failed;
         }
         return Outcome::Copied;
@@ -495,6 +553,7 @@ class XcopyRun {
     std::vector<std::string> m_excludes;
     pv::FileCopier m_copier;
     std::string m_lastMadeDirectory;
+    int m_failureCode = Copied; // the worst failure so far
 };
 
 } // namespace

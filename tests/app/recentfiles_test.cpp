@@ -56,8 +56,9 @@ TEST(AddRecent, MovesEntriesDownAndPutsThePathFirst) {
         std::string path = r.path;
         pv::AddRecent(path, s);
         EXPECT_EQ(pvtest::readFile(dir / "p.ini"), fileWithItems(r.after)) << r.name;
-        if (r.before.empty())
+        if (r.before.empty()) {
             EXPECT_EQ(path, "/a.txt");
+        }
     }
 }
 

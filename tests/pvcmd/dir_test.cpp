@@ -199,4 +199,29 @@ TEST(DirAccess, UnreadableDirectoryIsReported) {
     EXPECT_EQ(code, 0);
 }
 
+// With /s a directory that cannot be read, and entries that cannot be (a
+// directory without search permission), are reported and fail the listing.
+TEST(DirAccess, SubdirectoriesAndEntriesThatCannotBeListedAreReported) {
+    pvtest::TempDir dir;
+    dir.write("top/a.txt", "a");
+    dir.write("top/locked/x.txt", "x");
+    dir.write("top/noexec/y.txt", "y");
+    pvtest::handToUnprivileged(dir.path());
+    namespace fs = std::filesystem;
+    fs::permissions(dir / "top/locked", fs::perms::owner_read, fs::perm_options::remove);
+    fs::permissions(dir / "top/noexec", fs::perms::owner_exec, fs::perm_options::remove);
+    int code = pvtest::runUnprivileged([&] {
+        auto r = pvcmdtest::runTool(pvcmd::dirMain, dir.str(), {"/s", "/b", "top"});
+        bool listed = r.out.find("/top/a.txt\r\n") != std::string::npos;
+        return listed && r.code == 1 &&
+                       r.err == "Access is denied.\r\n"
+                                "Cannot list top/noexec/y.txt: Access is denied.\r\n"
+                   ? 0
+                   : 1;
+    });
+    fs::permissions(dir / "top/noexec", fs::perms::owner_exec, fs::perm_options::add);
+    fs::permissions(dir / "top/locked", fs::perms::owner_read, fs::perm_options::add);
+    EXPECT_EQ(code, 0);
+}
+
 } // namespace

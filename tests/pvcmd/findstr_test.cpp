@@ -151,6 +151,11 @@ TEST(FindstrFiles, SelectsFilesAndNamesThem) {
         {"FileListFromStandardInput", {"/f:/", "needle"}, "c.txt\r\nsub/d.c\r\n", "c.txt:needle in text\nsub/d.c:needle deep\n", "", 0},
         {"StringsFromFile", {"/g:strings.lst", "/s", "*.c"}, "", "a.c:int needle;\nsub/d.c:needle deep\n", "", 0},
         {"StandardInputWithoutFiles", {"/n", "b"}, "a\nb\nc\n", "2:b\n", "", 0},
+        // Piped input ends its last line with CR LF; a file keeps it as it is.
+        {"PipedLastLineGetsALineEnd", {"/e", "c"}, "a\nbc", "bc\r\n", "", 0},
+        {"CWithoutColonIsIgnoredNotAPath", {"/c", "needle", "a.c"}, "", "int needle;\n", "FINDSTR: /C ignored\r\n", 0},
+        // "/s ... /x" would otherwise search the whole file system for "x".
+        {"SwitchAfterTheTextIsNoPath", {"/s", "needle", "/x"}, "", "", bad, 2},
         {"NonPrintableFileSkippedWithP", {"/p", "/m", "needle", "*.dat"}, "", "", "", 1},
         {"NonPrintableFileSearchedWithoutP", {"/m", "needle", "*.dat"}, "", "bin.dat\r\n", "", 0},
         {"OfflineAndColourAccepted", {"/offline", "/a:1f", "needle", "a.c"}, "", "int needle;\n", "", 0},

@@ -69,15 +69,34 @@ INSTANTIATE_TEST_SUITE_P(Rows, ScriptLineParse, ::testing::Values(
     [](const auto& info) { return std::string(info.param.name); });
 // clang-format on
 
-TEST(ExpandArguments, ReplacesOnlyKnownForms) {
-    const std::vector<std::string> args = {"s.cmd", "\"a b\"", "x"};
-    EXPECT_EQ(pvcmd::expandArguments("%0 %1 %~1 %2 [%3] %% 100%", args),
+TEST(ExpandPercents, WithArgumentsEveryForm) {
+    pvcmd::PercentContext context{{"s.cmd", "\"a b\"", "x"}, true, 9009};
+    EXPECT_EQ(pvcmd::expandPercents("%0 %1 %~1 %2 [%3] %% 100%", context),
               "s.cmd \"a b\" a b x [] % 100");
-    EXPECT_EQ(pvcmd::expandArguments("%* end", args), "\"a b\" x end");
+    EXPECT_EQ(pvcmd::expandPercents("%* end", context), "\"a b\" x end");
     // Variables are looked up without regard to case; an unknown one is empty.
-    EXPECT_EQ(pvcmd::expandArguments("%path%|%PV_NO_SUCH_VAR% %~9", args),
+    EXPECT_EQ(pvcmd::expandPercents("%path%|%PV_NO_SUCH_VAR% %~9", context),
               std::string(std::getenv("PATH")) + "| ");
-    EXPECT_EQ(pvcmd::expandArguments("50% off 20%", args), "50 off 20");
+    EXPECT_EQ(pvcmd::expandPercents("50% off 20%", context), "50 off 20");
+    EXPECT_EQ(pvcmd::expandPercents("P%ERRORLEVEL%S %errorlevel%", context), "P9009S 9009");
+}
+
+TEST(ExpandPercents, WithoutArgumentsOnlyPairsAndKnownVariablesOutsideQuotes) {
+    pvcmd::PercentContext context{{"s.cmd"}, false, 1};
+    EXPECT_EQ(pvcmd::expandPercents("%% %1 100% %PV_NO_SUCH_VAR% P%ERRORLEVEL%S", context),
+              "% %1 100% %PV_NO_SUCH_VAR% P1S");
+    EXPECT_EQ(pvcmd::expandPercents("fc \"100%%PATH%.txt\" %%PATH%%", context),
+              "fc \"100%%PATH%.txt\" %PATH%");
+    pvtest::EnvGuard set("ERRORLEVEL", "7");
+    EXPECT_EQ(pvcmd::expandPercents("%ErrorLevel%", context), "7") << "a variable wins";
+}
+
+TEST(ScriptLineContinuation, OnlyAnUnescapedCaretOutsideQuotes) {
+    EXPECT_TRUE(pvcmd::endsInContinuation("echo a^"));
+    EXPECT_TRUE(pvcmd::endsInContinuation("echo a^^^"));
+    EXPECT_FALSE(pvcmd::endsInContinuation("echo a^^"));
+    EXPECT_FALSE(pvcmd::endsInContinuation("echo \"a^"));
+    EXPECT_FALSE(pvcmd::endsInContinuation("echo a^ "));
 }
 
 struct ScriptCase {
@@ -107,6 +126,11 @@ TEST_P(Script, WritesWhatTheSystemWrites) {
     EXPECT_EQ(run.err, crlf(c.err));
     EXPECT_EQ(run.code, c.code);
     EXPECT_EQ(readFile(here / "f"), crlf(c.file)) << "the file f";
+    for (const auto& entry : std::filesystem::directory_iterator(here.path())) {
+        std::string name = entry.path().filename().string();
+        EXPECT_TRUE(name == "fc" || name == "adir" || name == "f" || name.ends_with(".cmd"))
+            << "a file the script must not create: " << name;
+    }
     EXPECT_EQ(std::getenv("PV_T1"), nullptr) << "set reaches no further than the script";
 }
 
@@ -126,7 +150,24 @@ INSTANTIATE_TEST_SUITE_P(Rows, Script, ::testing::Values(
     ScriptCase{"NulSwallowsOutput", "echo gone > NUL\r\necho kept>f 2>nul\r\n", {}, "kept \n", "", "", 0},
     ScriptCase{"LfOnlyScript", "echo a\necho b\n", {}, "", "a\nb\n", "", 0},
     ScriptCase{"RemRunsNothing", "rem echo x > f & echo y\r\nREM\r\n:: echo z\r\n", {}, "", "", "", 0},
-    ScriptCase{"ArgumentsExpandOnlyWhenGiven", "echo %1 %~2 %% 100%.txt>f\r\n", {}, "%1 %~2 %% 100%.txt\n", "", "", 0},
+    // Without arguments only %% and variables that are set are read, and not in quotes.
+    ScriptCase{"ArgumentsExpandOnlyWhenGiven", "echo %1 %~2 %% 100%.txt \"%%\" %PV_UNSET_X%>f\r\n", {},
+               "%1 %~2 % 100%.txt \"%%\" %PV_UNSET_X%\n", "", "", 0},
+    // Echoed user text written with the interpreter's escapes comes out as typed.
+    ScriptCase{"EscapedTextEchoesAsTyped", "echo searchText = 'a ^> b ^| c ^& d ^^ %%PATH%%' >> \"f\"\r\n", {},
+               "searchText = 'a > b | c & d ^ %PATH%' \n", "", "", 0},
+    ScriptCase{"ErrorLevel", "echo P%ERRORLEVEL%S>f\r\nnosuch-pv-cmd\r\necho %errorlevel%>>f\r\n"
+               "set errorlevel=7\r\necho %ERRORLEVEL%>>f\r\nset errorlevel=\r\n", {"s.cmd", "x"}, "P0S\n9009\n7\n", "",
+               "'nosuch-pv-cmd' is not recognized as an internal or external command,\noperable program or batch file.\n", 0},
+    ScriptCase{"SetKeepsTrailingBlank", "set PV_T1=foo \r\necho '%PV_T1%'>f\r\nset PV_T1=\r\n", {"s.cmd", "x"}, "'foo '\n", "", "", 0},
+    ScriptCase{"CaretContinuesTheLine", "echo hello^\r\nworld>f\r\necho ^\r\n>x>>f\r\n", {}, "helloworld\n>x\n", "", "", 0},
+    // "foot" runs foot.cmd, which does not return to the lines after it.
+    ScriptCase{"ScriptTakesOverWithoutExtension", "echo echo ran foot^>^>f>foot.cmd\r\nfoot\r\necho not reached>>f\r\n",
+               {}, "ran foot\n", "", "", 0},
+    ScriptCase{"ScriptTakingOverKeepsTheRedirection", "echo echo inner>foot.cmd\r\nfoot >f\r\necho not reached>>f\r\n",
+               {}, "inner\n", "", "", 0},
+    ScriptCase{"CallReturns", "echo echo ran %%1^>^>f>foot.cmd\r\ncall foot.cmd one\r\necho back>>f\r\n",
+               {}, "ran one\nback\n", "", "", 0},
     // After "shift" the first argument is %0; "shift /1" keeps %0.
     ScriptCase{"Shift", "shift\r\necho [%0][%1][%9]>f\r\nshift /1\r\necho [%0][%1][%2]>>f\r\n", kElevenArgs,
                "[a][b][j]\n[a][c][d]\n", "", "", 0},
@@ -149,9 +190,11 @@ INSTANTIATE_TEST_SUITE_P(Rows, Script, ::testing::Values(
 
 TEST(Interpreter, EchoOnShowsPromptAndCommand) {
     pvcmdtest::InTempDir here;
-    auto run = runScriptText("echo hi >>f\r\n\r\nrem note\r\n");
+    auto run = runScriptText("echo hi >>f\r\n\r\nrem note\r\necho.\r\necho:word\r\n");
     std::string prompt = cwd() + ">";
-    EXPECT_EQ(run.out, "\r\n" + prompt + "echo hi  1>>f\r\n\r\n" + prompt + "rem note \r\n");
+    // "echo." and "echo:word" are shown without a blank after them.
+    EXPECT_EQ(run.out, "\r\n" + prompt + "echo hi  1>>f\r\n\r\n" + prompt + "rem note \r\n\r\n" +
+                           prompt + "echo.\r\n\r\n\r\n" + prompt + "echo:word\r\nword\r\n");
     EXPECT_EQ(readFile(here / "f"), "hi \r\n");
 }
 
@@ -241,6 +284,57 @@ TEST(Interpreter, ProgramsRunAndUnknownCommandsAreReported) {
     EXPECT_EQ(readFile(here / "out.txt"), "[a b][c]\n");
     EXPECT_EQ(readFile(here / "out2.txt"), "[x][]\n");
     EXPECT_EQ(readFile(here / "out3.txt"), "local\n");
+}
+
+// An empty line after a closing "^" is an escaped line feed; the line after it
+// continues the command.
+TEST(Interpreter, CaretThenEmptyLineKeepsALineFeed) {
+    pvcmdtest::InTempDir here;
+    auto run = runScriptText("@echo off\r\necho one^\r\n\r\ntwo\r\necho three\r\n");
+    EXPECT_EQ(run.out, "one\ntwo\r\nthree\r\n");
+}
+
+// A script found on the search path by its name without extension; the
+// current directory's program of the same name comes first.
+TEST(Interpreter, ScriptsAreFoundLikePrograms) {
+    pvcmdtest::InTempDir here;
+    here.write("bin/foot.bat", "@echo bat %1\r\n");
+    here.write("bin/foot.cmd", "@echo cmd\r\n");
+    here.write("bin/cmdonly.CMD", "@echo upper\r\n");
+    pvtest::writeExecutable(here, "prog", "echo program > prog.out\n");
+    here.write("prog.cmd", "@echo script\r\n");
+    pvtest::EnvGuard path("PATH", here.str() + "/bin:/usr/bin:/bin");
+    EXPECT_EQ(runScriptText("@echo off\r\nfoot \"a b\"\r\n").out, "bat \"a b\"\r\n");
+    EXPECT_EQ(runScriptText("@echo off\r\ncall cmdonly.CMD\r\ncall prog\r\n").out, "upper\r\n");
+    EXPECT_EQ(readFile(here / "prog.out"), "program\n");
+    auto missing = runScriptText("@echo off\r\nmissing.cmd\r\n");
+    EXPECT_EQ(missing.code, pvcmd::Interpreter::kNotRecognized);
+}
+
+// A script that calls itself stops at the nesting limit, once, with a message;
+// no level goes on after it.
+TEST(Interpreter, CallRecursionIsBounded) {
+    pvcmdtest::InTempDir here;
+    here.write("self.cmd", "@echo off\r\necho x>>count\r\ncall self.cmd\r\necho unwound>>f\r\n");
+    auto run = runScriptText("@echo off\r\ncall self.cmd\r\necho after>>f\r\n");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "Scripts are nested more than 32 deep (call, start /wait or pvcmd within a "
+                       "script); the script stops.\r\n");
+    // The text itself is the first level.
+    EXPECT_EQ(readFile(here / "count").size(), 31u * 3);
+    EXPECT_FALSE(std::filesystem::exists(here / "f"));
+    EXPECT_EQ(std::getenv(pvcmd::Interpreter::kNestingVariable), nullptr);
+}
+
+// Control passes for good, so a script naming itself loops; it is stopped.
+TEST(Interpreter, ScriptTakingOverFromItselfIsStopped) {
+    pvcmdtest::InTempDir here;
+    here.write("self.cmd", "@echo x>>count\r\n@self\r\n@echo never>>f\r\n");
+    auto run = runScriptText("@echo off\r\nself.cmd\r\necho never>>f\r\n");
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "A script took over from itself more than 32 times; the script stops.\r\n");
+    EXPECT_EQ(readFile(here / "count").size(), 33u * 3);
+    EXPECT_FALSE(std::filesystem::exists(here / "f"));
 }
 
 TEST(Interpreter, StartWaitsOnlyWhenAsked) {

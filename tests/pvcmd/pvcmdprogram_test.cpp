@@ -87,6 +87,18 @@ TEST(PvcmdProgram, ToolsScriptsAndUsageFromTheShell) {
     }
 }
 
+// Each "start /wait" of itself is a new pvcmd; the depth is counted across them.
+TEST(PvcmdProgram, ScriptsStartingThemselvesAreBounded) {
+    pvcmdtest::InTempDir dir;
+    dir.write("self.cmd", "@echo off\r\necho x>>count\r\nstart /wait self.cmd\r\n");
+    pvtest::EnvGuard pvcmd("PAIRVIEW_PVCMD", std::string(PV_BINARY_DIR) + "/pvcmd");
+    auto run = runPvcmd(dir, {"self.cmd"});
+    EXPECT_EQ(run.code, 1);
+    EXPECT_EQ(run.err, "Scripts are nested more than 32 deep (call, start /wait or pvcmd within "
+                       "a script); the script stops.\r\n");
+    EXPECT_EQ(readFile(dir / "count").size(), 32u * 3);
+}
+
 TEST(FindTool, NamesInAnyCaseWithOrWithoutExe) {
     EXPECT_EQ(pvcmd::findTool("fc"), &pvcmd::fcMain);
     EXPECT_EQ(pvcmd::findTool("Fc.Exe"), &pvcmd::fcMain);

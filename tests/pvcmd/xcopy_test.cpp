@@ -4,8 +4,12 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/unprivileged.h"
 
 namespace fs = std::filesystem;
 
@@ -24,6 +28,7 @@ class Xcopy : public ::testing::Test {
         m_dir.write("L/sub/c.txt", "gamma");
         m_dir.mkdir("L/empty");
         m_dir.mkdir("R");
+        m_dir.mkdir("N/a/b"); // a tree without files
     }
     pvcmdtest::ToolResult run(pvcmd::ToolArgs args, const std::string& input = {}) {
         return pvcmdtest::runTool(pvcmd::xcopyMain, m_dir.str(), args, input);
@@ -63,6 +68,9 @@ TEST_F(Xcopy, RunsInAFreshTree) {
         {"EmptyOnesWithE", {"L", "E", "/e", "/i", "/q"}, "", "3 File(s) copied\r\n", "", 0, {"E/empty"}, {}},
         {"MaskAppliesInEverySubdirectory", {"L/*.txt", "M/", "/s"}, "", "L/a.txt\r\nL/sub/c.txt\r\n2 File(s) copied\r\n", "", 0,
          {"M/sub/c.txt"}, {"M/b.log"}},
+        {"TreeWithoutFilesCopiesNothing", {"N", "NS", "/s", "/i"}, "", "0 File(s) copied\r\n", "", 0, {}, {"NS"}},
+        {"TreeWithoutFilesWithEMakesItsDirectories", {"N", "NE", "/s", "/e", "/i"}, "", "0 File(s) copied\r\n", "", 0, {"NE/a/b"}, {}},
+        {"EmptySourceWithEMakesTheDestination", {"L/empty", "EE", "/s", "/e", "/i"}, "", "0 File(s) copied\r\n", "", 0, {"EE"}, {}},
         {"TreeOnly", {"L", "T", "/t", "/e", "/i"}, "", "0 File(s) copied\r\n", "", 0, {"T/sub", "T/empty"}, {"T/sub/c.txt"}},
         // Without /e the tree leaves out directories that hold nothing to copy.
         {"TreeWithoutEmptyOnes", {"L", "U", "/t", "/s", "/i"}, "", "0 File(s) copied\r\n", "", 0, {"U/sub"}, {"U/empty", "U/sub/c.txt"}},
@@ -199,6 +207,59 @@ TEST_F(Xcopy, ContinueOnErrors) {
     EXPECT_EQ(r.code, 5);
     r = run({"/y", "/c", "L/*.*", "R"});
     EXPECT_EQ(r.out, "L/b.log\r\n1 File(s) copied\r\n");
+}
+
+// An unreadable subdirectory is reported where the walk meets it; without /c
+// the copy stops there, with /c it goes on; either way the exit code says so.
+TEST_F(Xcopy, UnreadableSubdirectoryIsReportedAndFailsTheCopy) {
+    m_dir.write("U/a.txt", "a");
+    m_dir.write("U/locked/x.txt", "x");
+    m_dir.write("U/z/y.txt", "y");
+    pvtest::handToUnprivileged(m_dir.path());
+    fs::permissions(m_dir / "U/locked", fs::perms::owner_read, fs::perm_options::remove);
+    struct Row {
+        pvcmd::ToolArgs args;
+        std::string out;
+    };
+    const Row rows[] = {
+        {{"U", "D1", "/s", "/e", "/i"}, "U/a.txt\r\n1 File(s) copied\r\n"},
+        {{"U", "D2", "/s", "/e", "/i", "/c"}, "U/a.txt\r\nU/z/y.txt\r\n2 File(s) copied\r\n"},
+    };
+    for (const Row& row : rows) {
+        int code = pvtest::runUnprivileged([&] {
+            auto r = run(row.args);
+            return r.out == row.out && r.err == "Access denied - U/locked\r\n" ? r.code : 99;
+        });
+        EXPECT_EQ(code, 5) << row.args[1];
+    }
+    fs::permissions(m_dir / "U/locked", fs::perms::owner_read, fs::perm_options::add);
+}
+
+// A file whose path is longer than the system takes is listed, tried and
+// reported as the tool reports it; the files beside it are copied.
+TEST_F(Xcopy, PathOverTheSystemLimitIsReported) {
+    m_dir.write("P/a.txt", "a");
+    const std::string top = fs::current_path();
+    ASSERT_EQ(::chdir((m_dir / "P").c_str()), 0);
+    const std::string name(200, 'd');
+    int depth = 0;
+    for (; depth < 20; ++depth)
+        ASSERT_TRUE(::mkdir(name.c_str(), 0755) == 0 && ::chdir(name.c_str()) == 0);
+    std::ofstream(std::string(150, 'f')) << "deep";
+    ASSERT_EQ(::chdir(top.c_str()), 0);
+    auto r = run({"P", "D", "/s", "/i", "/c", "/q"});
+    EXPECT_EQ(r.out, "1 File(s) copied\r\n");
+    EXPECT_EQ(r.err, "Insufficient memory\r\n");
+    EXPECT_EQ(r.code, 4);
+    EXPECT_TRUE(exists("D/a.txt"));
+    // The tree is deeper than a path can name: taken apart step by step.
+    ASSERT_EQ(::chdir((m_dir / "P").c_str()), 0);
+    for (int i = 0; i < depth; ++i)
+        ASSERT_EQ(::chdir(name.c_str()), 0);
+    ::unlink(std::string(150, 'f').c_str());
+    for (; depth > 0; --depth)
+        ASSERT_TRUE(::chdir("..") == 0 && ::rmdir(name.c_str()) == 0);
+    ASSERT_EQ(::chdir(top.c_str()), 0);
 }
 
 } // namespace

@@ -51,6 +51,12 @@ struct AlignCase {
     Rows rows;
 };
 
+// The row's name, not its bytes, in test listings (stable ctest names).
+void PrintTo(const AlignCase& row, std::ostream* os) {
+    *os << row.name;
+}
+
+
 class Alignment : public ::testing::TestWithParam<AlignCase> {};
 
 TEST_P(Alignment, RowsPairTheLines) {
