@@ -14,6 +14,7 @@
 #include "platform/prompter.h"
 #include "results/ui/resultslist.h"
 #include "settings/settings.h"
+#include "status/ui/qtstatusbarview.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -250,6 +251,11 @@ void Pairview::compare_singles(const std::string& fileName1, const std::string& 
 }
 
 void Pairview::CompareSingle_Click() {
+    for (Side side : {Side::Left, Side::Right})
+        if (!files(side)->hasSelection()) {
+            SetMdiStatusText(kSelectFileInEachList, 1);
+            return;
+        }
     dispatchCommand("Compare Single", [this] {
         compare_singles(files(Side::Left)->selectedName(), dir(Side::Left)->path(),
                         files(Side::Right)->selectedName(), dir(Side::Right)->path());
