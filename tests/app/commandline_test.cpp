@@ -54,17 +54,22 @@ TEST(StartRequest, HelpVersionAndUnknownDoubleDashOptions) {
         // The path is read word by word later: a blank would cut it short.
         {"settings_path_with_blank", {"-ini", "/tmp/my ini.ini"}, Kind::Error},
         {"settings_path_with_tab", {"/INI", "my\tini.ini"}, Kind::Error},
+        {"open_takes_the_next_word_whatever_it_is", {"--open", "--help"}, Kind::Run},
+        {"open_without_a_file", {"-ini", "a.ini", "--open"}, Kind::Error},
     };
     for (const Row& r : rows)
         EXPECT_EQ(pv::startRequest(r.args).kind, r.kind) << r.name;
     EXPECT_NE(pv::startRequest({"--help"}).text.find("PAIRVIEW_HOME"), std::string::npos);
     EXPECT_EQ(pv::startRequest({"--version"}).text,
               std::string("pairview ") + PAIRVIEW_VERSION + "\n");
-    EXPECT_EQ(pv::startRequest({"--help"}).text.rfind("Usage: pairview [-ini FILE]\n\nCompares", 0),
+    EXPECT_EQ(pv::startRequest({"--help"})
+                  .text.rfind("Usage: pairview [-ini FILE] [--open FILE]\n\nCompares", 0),
               0u);
     EXPECT_EQ(pv::startRequest({"-ini", "/tmp/my ini.ini"}).text,
               "pairview: the settings path cannot contain blanks: /tmp/my ini.ini\n"
-              "Usage: pairview [-ini FILE]\n");
+              "Usage: pairview [-ini FILE] [--open FILE]\n");
+    EXPECT_EQ(pv::startRequest({"--open", "my report.txt", "-ini", "a.ini"}).openFile,
+              "my report.txt");
     EXPECT_EQ(pv::startRequest({"--frobnicate"}).text,
               "pairview: unknown option --frobnicate (see pairview --help)\n");
 }
