@@ -87,9 +87,14 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     m_differencesOnly->setToolTip("Hide matched files and statistics; the list keeps every line");
     m_tree = new QTreeWidget(this);
     m_tree->setObjectName("ResultsTree");
-    m_tree->setHeaderLabels({"Directory", "Different", "One only", "Two only"});
+    m_tree->setHeaderLabels({"Directory", "Diff", "Only 1", "Only 2"});
+    m_tree->headerItem()->setToolTip(1, "files that differ, in the directory and below it");
+    m_tree->headerItem()->setToolTip(2, "files only in directory 1");
+    m_tree->headerItem()->setToolTip(3, "files only in directory 2");
     m_tree->header()->setStretchLastSection(false);
     m_tree->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    for (int column = 1; column < 4; ++column)
+        m_tree->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
     m_tree->setToolTip("The compared directories, the latest compare first; "
                        "pick one to show its lines");
     m_model->setColours(ResultColours::fromPalette(m_list->palette()));
@@ -109,7 +114,7 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     split->addWidget(m_tree);
     split->addWidget(m_list);
     split->setStretchFactor(1, 3);
-    split->setSizes({220, 660});
+    split->setSizes({300, 600});
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(top);
     layout->addWidget(split, 1);
