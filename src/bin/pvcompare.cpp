@@ -11,6 +11,7 @@
 #include "platform/process.h"
 #include "platform/programdir.h"
 #include "platform/pvversion.h"
+#include "remote/remotefiles.h"
 #include "settings/settings.h"
 #include "status/statusbarhandler.h"
 #include "status/timeremaining.h"
@@ -260,6 +261,11 @@ int main(int argc, char** argv) {
             panes.lists();
         pv::CompareTotals totals = command.run(sub);
         std::fflush(stdout);
+        // A host lost during the walk: its lines so far stand, the run failed.
+        for (const std::string& failure : pv::remoteConnectionFailures())
+            std::fprintf(stderr, "pvcompare: %s\n", failure.c_str());
+        if (!pv::remoteConnectionFailures().empty())
+            return 2;
         if (scriptStatus != 0) {
             std::fprintf(stderr, "pvcompare: the compare script failed (status %d)\n",
                          scriptStatus);

@@ -1,0 +1,113 @@
+// pvcompare with a side on another machine: the same lines and exit status as
+// the compare of the same trees on this machine; a refusal ends it with status 2.
+
+#include "remote/sshservertest.h"
+
+#include "platform/process.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sstream>
+#include <unistd.h>
+
+namespace {
+
+struct Output {
+    int status = -1;
+    std::string out, err;
+};
+
+class PvCompareRemote : public pvtest::SshServerTest {
+  protected:
+    void SetUp() override {
+        pvtest::SshServerTest::SetUp();
+        if (IsSkipped())
+            return;
+        if (!std::filesystem::exists(std::string(PV_BINARY_DIR) + "/pvcompare"))
+            GTEST_SKIP() << "pvcompare is not built";
+    }
+
+    Output pvcompare(std::vector<std::string> args) {
+        pvtest::EnvGuard programHome("PAIRVIEW_HOME", home.str());
+        pvtest::EnvGuard editor("PAIRVIEW_EDITOR", "true");
+        args.insert(args.begin(), std::string(PV_BINARY_DIR) + "/pvcompare");
+        const std::string outFile = home / "out", errFile = home / "err";
+        int out = ::open(outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        int err = ::open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        Output r;
+        r.status = pv::runAndWait(args, out, err);
+        ::close(out);
+        ::close(err);
+        r.out = pvtest::readFile(outFile);
+        r.err = pvtest::readFile(errFile);
+        return r;
+    }
+
+    // The output without the run's times and with the server's part of the
+    // remote paths taken out (the remote path is the same absolute path).
+    std::string comparable(const std::string& out) const {
+        const std::string prefix = server->url("");
+        std::istringstream in(out);
+        std::string line, result;
+        while (std::getline(in, line)) {
+            for (size_t at; (at = line.find(prefix)) != std::string::npos;)
+                line.erase(at, prefix.size());
+            if (line.rfind("Start\t", 0) == 0 || line.rfind("end of ", 0) == 0)
+                line = line.substr(0, line.find('\t'));
+            result += line + "\n";
+        }
+        return result;
+    }
+
+    pvtest::TempDir home;
+};
+
+TEST_F(PvCompareRemote, EitherSideRemoteGivesTheLocalLinesAndStatus) {
+    tree.write("l/same.txt", "abc");
+    tree.write("r/same.txt", "abc");
+    tree.write("l/len.txt", "abc");
+    tree.write("r/len.txt", "abcd");
+    tree.write("l/only left.txt", "1");
+    tree.write("r/only right ü.txt", "1");
+    tree.write("l/sub dir/deep/x.txt", "1");
+    tree.write("r/sub dir/deep/x.txt", "22");
+    tree.write("l/left only dir/y.txt", "1");
+    tree.write("r/right only dir/y.txt", "1");
+    for (const char* f : {"same.txt", "len.txt", "sub dir/deep/x.txt"}) {
+        pvtest::setMTime(tree / (std::string("l/") + f), 1600000000);
+        pvtest::setMTime(tree / (std::string("r/") + f), 1600000000);
+    }
+    const std::string l = tree / "l", r = tree / "r";
+    const Output local = pvcompare({"-s", l, r});
+    ASSERT_EQ(local.status, 1) << local.out << local.err;
+    ASSERT_NE(local.out.find("-different-"), std::string::npos) << local.out;
+
+    const Output rightRemote = pvcompare({"-s", l, server->url(r)});
+    EXPECT_EQ(rightRemote.status, local.status) << rightRemote.err;
+    EXPECT_EQ(comparable(rightRemote.out), comparable(local.out));
+    EXPECT_EQ(rightRemote.err, "");
+    EXPECT_NE(rightRemote.out.find("Directory 2: " + server->url(r) + " \n"), std::string::npos);
+
+    const Output leftRemote = pvcompare({server->url(l), r});
+    EXPECT_EQ(leftRemote.status, pvcompare({l, r}).status);
+    EXPECT_EQ(comparable(leftRemote.out), comparable(pvcompare({l, r}).out));
+
+    // Equal trees: status 0 on both sides of the network.
+    EXPECT_EQ(pvcompare({"-s", server->url(l), l}).status, 0);
+}
+
+TEST_F(PvCompareRemote, UnknownHostKeyEndsTheRunWithStatusTwo) {
+    server->setKnownHosts(pvtest::SshServer::Known::Nothing);
+    const Output run = pvcompare({"-s", tree.str(), server->url(tree.str())});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("pvcompare: 127.0.0.1:" + std::to_string(server->port()) +
+                           ": the host key is not known"),
+              std::string::npos)
+        << run.err;
+    EXPECT_NE(run.err.find(server->fingerprint()), std::string::npos) << run.err;
+}
+
+} // namespace
