@@ -166,6 +166,9 @@ class DirectoryPanes : public pv::ComparePanes {
         return paths;
     }
 
+    // A host lost during the walk ends it: its remaining directories cannot be read.
+    bool stopRequested() override { return !pv::remoteConnectionFailures().empty(); }
+
   private:
     std::string m_left, m_right, m_pattern;
     std::vector<std::string> m_leftFiles, m_rightFiles;

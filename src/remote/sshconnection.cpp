@@ -1,12 +1,15 @@
 #include "remote/sshconnection.h"
 
 #include "platform/runtimeerror.h"
+#include "remote/answerwatch.h"
 
 #include <libssh/callbacks.h>
 #include <libssh/libssh.h>
 #include <libssh/sftp.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <string_view>
@@ -62,6 +65,16 @@ std::string joinRemote(const std::string& dir, const std::string& name) {
 
 } // namespace
 
+std::chrono::milliseconds answerLimit() {
+    if (const char* text = std::getenv("PAIRVIEW_SSH_TIMEOUT"); text && *text) {
+        char* end = nullptr;
+        const double seconds = std::strtod(text, &end);
+        if (*end == '\0' && seconds > 0 && seconds <= 3600)
+            return std::chrono::milliseconds(static_cast<long>(seconds * 1000));
+    }
+    return std::chrono::seconds(kTimeoutSeconds);
+}
+
 std::string sshDirectory() {
     if (const char* dir = std::getenv("PAIRVIEW_SSH_DIR"); dir && *dir)
         return dir;
@@ -69,9 +82,23 @@ std::string sshDirectory() {
 }
 
 struct SshConnection::Handles {
+    explicit Handles(std::chrono::milliseconds limit) : watch(limit) {}
+    AnswerWatch watch;
     ssh_session session = nullptr;
     sftp_session sftp = nullptr;
     ssh_callbacks_struct callbacks{};
+    // False once the connection, or the SFTP server at its end, is gone.
+    bool usable() const {
+        return ssh_is_connected(session) && !ssh_channel_is_closed(sftp->channel) &&
+               !ssh_channel_is_eof(sftp->channel);
+    }
+    // Runs a call that waits for the server, within the time allowed.
+    template <typename F> auto timed(F&& call) {
+        watch.begin(ssh_get_fd(session));
+        auto result = call();
+        watch.end();
+        return result;
+    }
     ~Handles() {
         if (sftp)
             sftp_free(sftp);
@@ -83,7 +110,7 @@ struct SshConnection::Handles {
 };
 
 SshConnection::SshConnection(const RemoteUrl& where)
-    : m_h(std::make_unique<Handles>()), m_hostText(remoteHostText(where)) {
+    : m_h(std::make_unique<Handles>(answerLimit())), m_hostText(remoteHostText(where)) {
     ssh_session s = m_h->session = ssh_new();
     if (!s)
         throw RuntimeError(0, "cannot start an SSH session for " + m_hostText);
@@ -91,7 +118,7 @@ SshConnection::SshConnection(const RemoteUrl& where)
     auto failed = [&hostText](const std::string& what) { hostFailure(hostText, what); };
     // The host as typed goes through ~/.ssh/config (an alias may name another
     // host, user, port or key); what the URL says itself wins over the file.
-    const long timeout = kTimeoutSeconds;
+    const long timeout = std::max(1L, static_cast<long>(m_h->watch.limit().count() / 1000));
     const int no = 0;
     ssh_options_set(s, SSH_OPTIONS_HOST, where.host.c_str());
     if (const char* dir = std::getenv("PAIRVIEW_SSH_DIR"); dir && *dir)
@@ -160,7 +187,7 @@ SshConnection::SshConnection(const RemoteUrl& where)
     }
 
     // Keys from the agent, the default files and IdentityFile; nothing typed.
-    int auth = ssh_userauth_publickey_auto(s, nullptr, nullptr);
+    int auth = m_h->timed([s] { return ssh_userauth_publickey_auto(s, nullptr, nullptr); });
     if (auth != SSH_AUTH_SUCCESS) {
         char* user = nullptr;
         std::string userText = "the user";
@@ -173,9 +200,12 @@ SshConnection::SshConnection(const RemoteUrl& where)
                " was accepted (pass-phrases and passwords are not asked here)");
     }
 
-    m_h->sftp = sftp_new(s);
-    if (!m_h->sftp || sftp_init(m_h->sftp) != SSH_OK)
-        failed("cannot start SFTP: " + std::string(ssh_get_error(s)));
+    m_h->sftp = m_h->timed([s] { return sftp_new(s); });
+    if (!m_h->sftp || m_h->timed([this] { return sftp_init(m_h->sftp); }) != SSH_OK)
+        failed("cannot start SFTP: " +
+               (m_h->watch.fired() ? "no answer within " +
+                                         std::to_string(m_h->watch.limit().count()) + " ms"
+                                   : std::string(ssh_get_error(s))));
 }
 
 SshConnection::~SshConnection() = default;
@@ -187,10 +217,14 @@ void SshConnection::checkAlive() const {
 
 void SshConnection::fail(const std::string& path, const std::string& what) {
     const int code = sftp_get_error(m_h->sftp);
-    if (!ssh_is_connected(m_h->session) || code == SSH_FX_CONNECTION_LOST ||
+    if (!m_h->usable() || code == SSH_FX_CONNECTION_LOST ||
         code == SSH_FX_NO_CONNECTION || code == SSH_FX_OK) {
         m_lostReason = "the connection to " + m_hostText + " was lost (" +
-                       std::string(ssh_get_error(m_h->session)) + ")";
+                       (m_h->watch.fired()
+                            ? "no answer within " + std::to_string(m_h->watch.limit().count()) +
+                                  " ms"
+                            : std::string(ssh_get_error(m_h->session))) +
+                       ")";
         throw RuntimeError(0, m_lostReason);
     }
     int number = EIO;
@@ -203,19 +237,19 @@ void SshConnection::fail(const std::string& path, const std::string& what) {
 
 std::vector<RemoteEntry> SshConnection::list(const std::string& path) {
     checkAlive();
-    sftp_dir dir = sftp_opendir(m_h->sftp, path.c_str());
+    sftp_dir dir = m_h->timed([&] { return sftp_opendir(m_h->sftp, path.c_str()); });
     if (!dir) {
         // A plain file is "not a directory", as it is for a local path.
         // (OpenSSH reports that as "no such file".)
         const int code = sftp_get_error(m_h->sftp);
-        if (ssh_is_connected(m_h->session) && (code == SSH_FX_FAILURE || code == SSH_FX_NO_SUCH_FILE))
+        if (m_h->usable() && (code == SSH_FX_FAILURE || code == SSH_FX_NO_SUCH_FILE))
             if (std::optional<RemoteEntry> e = stat(path); e && e->kind != RemoteEntry::Kind::Directory)
                 throw RuntimeError::fromErrno(ENOTDIR, m_hostText + ":" + path);
         fail(path, "cannot open the directory");
     }
     std::vector<RemoteEntry> entries;
     std::vector<size_t> links;
-    while (sftp_attributes a = sftp_readdir(m_h->sftp, dir)) {
+    while (sftp_attributes a = m_h->timed([&] { return sftp_readdir(m_h->sftp, dir); })) {
         std::string_view name = a->name ? a->name : "";
         if (name != "." && name != "..") {
             entries.push_back(entryOf(a->name, a));
@@ -225,7 +259,7 @@ std::vector<RemoteEntry> SshConnection::list(const std::string& path) {
         sftp_attributes_free(a);
     }
     const bool complete = sftp_dir_eof(dir) == 1;
-    sftp_closedir(dir);
+    m_h->timed([&] { return sftp_closedir(dir); });
     if (!complete)
         fail(path, "cannot read the directory");
     // The names come with their lstat; a link is looked at once more, followed.
@@ -241,10 +275,10 @@ std::vector<RemoteEntry> SshConnection::list(const std::string& path) {
 
 std::optional<RemoteEntry> SshConnection::stat(const std::string& path) {
     checkAlive();
-    sftp_attributes a = sftp_stat(m_h->sftp, path.c_str());
+    sftp_attributes a = m_h->timed([&] { return sftp_stat(m_h->sftp, path.c_str()); });
     if (!a) {
         const int code = sftp_get_error(m_h->sftp);
-        if (ssh_is_connected(m_h->session) &&
+        if (m_h->usable() &&
             (code == SSH_FX_NO_SUCH_FILE || code == SSH_FX_NO_SUCH_PATH ||
              code == SSH_FX_PERMISSION_DENIED || code == SSH_FX_FAILURE))
             return std::nullopt;
@@ -257,13 +291,13 @@ std::optional<RemoteEntry> SshConnection::stat(const std::string& path) {
 
 bool SshConnection::canRead(const std::string& path) {
     checkAlive();
-    sftp_file f = sftp_open(m_h->sftp, path.c_str(), O_RDONLY, 0);
+    sftp_file f = m_h->timed([&] { return sftp_open(m_h->sftp, path.c_str(), O_RDONLY, 0); });
     if (!f) {
-        if (!ssh_is_connected(m_h->session))
+        if (!m_h->usable())
             fail(path, "cannot open the file");
         return false;
     }
-    sftp_close(f);
+    m_h->timed([&] { return sftp_close(f); });
     return true;
 }
 

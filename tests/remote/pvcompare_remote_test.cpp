@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <sstream>
@@ -108,6 +109,26 @@ TEST_F(PvCompareRemote, UnknownHostKeyEndsTheRunWithStatusTwo) {
               std::string::npos)
         << run.err;
     EXPECT_NE(run.err.find(server->fingerprint()), std::string::npos) << run.err;
+}
+
+TEST_F(PvCompareRemote, ConnectionLostInTheWalkEndsItWithItsLinesSoFar) {
+    for (int n = 0; n < 60; ++n)
+        tree.write("l/dir" + std::to_string(n) + "/f.txt", "1");
+    pvtest::SshServer cut(pvtest::sftpServerStoppingAfter(3000));
+    if (!cut.unavailable().empty())
+        GTEST_SKIP() << cut.unavailable();
+    pvtest::EnvGuard cutKeys("PAIRVIEW_SSH_DIR", cut.clientDir());
+    const Output run = pvcompare({"-s", tree / "l", cut.url(tree / "l")});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_NE(run.err.find("pvcompare: the connection to 127.0.0.1:" +
+                           std::to_string(cut.port()) + " was lost"),
+              std::string::npos)
+        << run.err;
+    // The pairs compared before stand; the walk stopped instead of failing on
+    // every directory left.
+    EXPECT_NE(run.out.find("-matched-"), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("\nCompare stopped after "), std::string::npos) << run.out;
+    EXPECT_LE(std::count(run.out.begin(), run.out.end(), '\n'), 60 * 13) << run.out;
 }
 
 } // namespace

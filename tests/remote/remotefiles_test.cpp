@@ -7,6 +7,7 @@
 #include "compare/filelisting.h"
 #include "platform/runtimeerror.h"
 #include "remote/remotefiles.h"
+#include "support/envguard.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
@@ -136,6 +137,19 @@ TEST_F(RemoteFiles, LostConnectionEndsEveryLaterRequestAtOnce) {
     EXPECT_EQ(failure([&] { pv::readDirectory(server->url(tree / "a")); }), message);
     EXPECT_EQ(pv::remoteConnectionFailures(), std::vector<std::string>{message});
     restartServer();
+}
+
+TEST_F(RemoteFiles, ServerThatStopsAnsweringIsGivenUpAfterTheTimeAllowed) {
+    pvtest::SshServer frozen("/bin/sleep 600");
+    if (!frozen.unavailable().empty())
+        GTEST_SKIP() << frozen.unavailable();
+    pvtest::EnvGuard keys("PAIRVIEW_SSH_DIR", frozen.clientDir());
+    pvtest::EnvGuard limit("PAIRVIEW_SSH_TIMEOUT", "0.5");
+    const std::string message = failure([&] { pv::readDirectory(frozen.url(tree.str())); });
+    EXPECT_NE(message.find("127.0.0.1:" + std::to_string(frozen.port()) +
+                           ": cannot start SFTP: no answer within 500 ms"),
+              std::string::npos)
+        << message;
 }
 
 } // namespace

@@ -89,6 +89,12 @@ std::vector<pid_t> descendants(pid_t root) {
 
 } // namespace
 
+std::string sftpServerStoppingAfter(long bytes) {
+    // dd reads byte by byte, so every request gets through as soon as it is sent.
+    return "/bin/dd bs=1 count=" + std::to_string(bytes) +
+           " status=none | /usr/lib/openssh/sftp-server";
+}
+
 std::string runForOutput(const std::vector<std::string>& argv) {
     TempDir tmp;
     const std::string file = tmp / "out";
@@ -98,7 +104,7 @@ std::string runForOutput(const std::vector<std::string>& argv) {
     return status == 0 ? readFile(file) : std::string();
 }
 
-SshServer::SshServer() {
+SshServer::SshServer(const std::string& sftp) {
     if (::access("/usr/sbin/sshd", X_OK) != 0) {
         m_unavailable = "/usr/sbin/sshd is not installed (Debian package openssh-server)";
         return;
@@ -127,8 +133,9 @@ SshServer::SshServer() {
             (m_dir / "authorized_keys") +
             "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
             "KbdInteractiveAuthentication no\nPubkeyAuthentication yes\n"
-            "PermitRootLogin prohibit-password\nSubsystem sftp internal-sftp\n"
-            "LogLevel ERROR\n");
+            "PermitRootLogin prohibit-password\nLogLevel ERROR\nSubsystem sftp " +
+            sftp +
+            "\n");
     setKnownHosts(Known::ServerKey);
 
     const std::string log = m_dir / "sshd.log";

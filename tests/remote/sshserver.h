@@ -15,7 +15,9 @@ namespace pvtest {
 
 class SshServer {
   public:
-    SshServer();
+    // `sftp` is the command line of the SFTP subsystem (a stand-in can stop or
+    // freeze in the middle of a run).
+    explicit SshServer(const std::string& sftp = "internal-sftp");
     ~SshServer();
     SshServer(const SshServer&) = delete;
     SshServer& operator=(const SshServer&) = delete;
@@ -45,6 +47,9 @@ class SshServer {
     int m_port = 0;
     pid_t m_pid = -1;
 };
+
+// An SFTP server that stops after reading `bytes` bytes of requests.
+std::string sftpServerStoppingAfter(long bytes);
 
 // Runs a program (no shell) and gives back its standard output; empty on failure.
 std::string runForOutput(const std::vector<std::string>& argv);
