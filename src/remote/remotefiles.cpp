@@ -4,6 +4,7 @@
 #include "remote/remoteurl.h"
 #include "remote/sshconnection.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <deque>
 #include <map>
@@ -169,6 +170,28 @@ FileFacts probeRemoteFile(const std::string& text) {
     if (e)
         e->name = lastName(url.path);
     return files.facts(url, url.path, e ? &*e : nullptr);
+}
+
+std::FILE* openRemoteCopy(const std::string& text, int& err, std::string& why) {
+    std::FILE* copy = nullptr;
+    try {
+        const RemoteUrl url = parseRemoteUrl(text);
+        copy = std::tmpfile();
+        if (!copy)
+            throw RuntimeError::fromErrno(errno, "cannot make a temporary file");
+        remoteFiles().onHost(url, [&](SshConnection& c) {
+            c.copyTo(url.path, copy);
+            return 0;
+        });
+        std::rewind(copy);
+        return copy;
+    } catch (const RuntimeError& e) {
+        if (copy)
+            std::fclose(copy);
+        err = e.number() > 0 && e.number() != EINVAL ? e.number() : EIO;
+        why = e.number() > 0 && e.number() != EINVAL ? std::string() : e.what();
+        return nullptr;
+    }
 }
 
 std::vector<std::string> remoteConnectionFailures() { return remoteFiles().failures(); }

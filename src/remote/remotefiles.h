@@ -7,6 +7,7 @@
 
 #include "platform/filetimes.h"
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,12 @@ std::vector<FileFacts> remoteFileFacts(const std::string& dirUrl,
 
 // The facts of one remote file given as ssh://...
 FileFacts probeRemoteFile(const std::string& url);
+
+// A copy of a remote file given as ssh://..., in an anonymous temporary file
+// positioned at its start, for the tools that read files (fc). On failure:
+// nullptr, `err` as for a local open (ENOENT, EACCES, EISDIR, ...) and `why`
+// the message when the host itself failed (empty otherwise).
+std::FILE* openRemoteCopy(const std::string& url, int& err, std::string& why);
 
 // The connections of this run that failed or were lost, one message each.
 std::vector<std::string> remoteConnectionFailures();

@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <string_view>
 #include <sys/stat.h>
+#include <vector>
 
 namespace pv {
 
@@ -287,6 +288,30 @@ std::optional<RemoteEntry> SshConnection::stat(const std::string& path) {
     RemoteEntry e = entryOf(nullptr, a);
     sftp_attributes_free(a);
     return e;
+}
+
+void SshConnection::copyTo(const std::string& path, std::FILE* out) {
+    if (std::optional<RemoteEntry> e = stat(path); e && e->kind == RemoteEntry::Kind::Directory)
+        throw RuntimeError::fromErrno(EISDIR, m_hostText + ":" + path);
+    sftp_file f = m_h->timed([&] { return sftp_open(m_h->sftp, path.c_str(), O_RDONLY, 0); });
+    if (!f)
+        fail(path, "cannot open the file");
+    std::vector<char> buffer(1 << 16);
+    for (;;) {
+        const ssize_t n = m_h->timed([&] { return sftp_read(f, buffer.data(), buffer.size()); });
+        if (n < 0) {
+            m_h->timed([&] { return sftp_close(f); });
+            fail(path, "cannot read the file");
+        }
+        if (n == 0)
+            break;
+        if (std::fwrite(buffer.data(), 1, static_cast<size_t>(n), out) != static_cast<size_t>(n)) {
+            const int err = errno;
+            m_h->timed([&] { return sftp_close(f); });
+            throw RuntimeError::fromErrno(err, "cannot keep the copy of " + m_hostText + ":" + path);
+        }
+    }
+    m_h->timed([&] { return sftp_close(f); });
 }
 
 bool SshConnection::canRead(const std::string& path) {

@@ -8,6 +8,7 @@
 #include "remote/remoteurl.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <string>
@@ -45,6 +46,10 @@ class SshConnection {
 
     // One file or directory, links followed; nullopt when there is none.
     std::optional<RemoteEntry> stat(const std::string& path);
+
+    // Writes the file's bytes to `out`. Throws as list does (EISDIR for a
+    // directory).
+    void copyTo(const std::string& path, std::FILE* out);
 
     // True when the file can be opened for reading.
     bool canRead(const std::string& path);

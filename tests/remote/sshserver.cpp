@@ -95,13 +95,18 @@ std::string sftpServerStoppingAfter(long bytes) {
            " status=none | /usr/lib/openssh/sftp-server";
 }
 
-std::string runForOutput(const std::vector<std::string>& argv) {
+ProgramOutput runProgram(const std::vector<std::string>& argv) {
     TempDir tmp;
-    const std::string file = tmp / "out";
-    int fd = ::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    int status = pv::runAndWait(argv, fd, -1);
-    ::close(fd);
-    return status == 0 ? readFile(file) : std::string();
+    const std::string outFile = tmp / "out", errFile = tmp / "err";
+    int out = ::open(outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    int err = ::open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    ProgramOutput r;
+    r.status = pv::runAndWait(argv, out, err);
+    ::close(out);
+    ::close(err);
+    r.out = readFile(outFile);
+    r.err = readFile(errFile);
+    return r;
 }
 
 SshServer::SshServer(const std::string& sftp) {
@@ -122,7 +127,7 @@ SshServer::SshServer(const std::string& sftp) {
     }
     std::filesystem::copy_file(clientDir() + "/id_ed25519.pub", m_dir / "authorized_keys");
     // "256 SHA256:... comment (ED25519)"
-    std::istringstream listed(runForOutput({"/usr/bin/ssh-keygen", "-l", "-f", hostKey + ".pub"}));
+    std::istringstream listed(runProgram({"/usr/bin/ssh-keygen", "-l", "-f", hostKey + ".pub"}).out);
     std::string bits;
     listed >> bits >> m_fingerprint;
     m_port = freePort();

@@ -51,7 +51,11 @@ class SshServer {
 // An SFTP server that stops after reading `bytes` bytes of requests.
 std::string sftpServerStoppingAfter(long bytes);
 
-// Runs a program (no shell) and gives back its standard output; empty on failure.
-std::string runForOutput(const std::vector<std::string>& argv);
+// Runs a program (no shell, argv[0] a full path) and waits for it.
+struct ProgramOutput {
+    int status = -1;
+    std::string out, err;
+};
+ProgramOutput runProgram(const std::vector<std::string>& argv);
 
 } // namespace pvtest

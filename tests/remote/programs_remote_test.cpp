@@ -1,50 +1,37 @@
-// pvcompare with a side on another machine: the same lines and exit status as
-// the compare of the same trees on this machine; a refusal ends it with status 2.
+// The programs with a side on another machine: pvcompare and pvcmd's fc give the
+// same lines and exit status as for the same files on this machine; a refusal
+// ends pvcompare with status 2.
 
 #include "remote/sshservertest.h"
-
-#include "platform/process.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fcntl.h>
 #include <filesystem>
 #include <sstream>
-#include <unistd.h>
 
 namespace {
 
-struct Output {
-    int status = -1;
-    std::string out, err;
-};
+using Output = pvtest::ProgramOutput;
 
-class PvCompareRemote : public pvtest::SshServerTest {
+class RemotePrograms : public pvtest::SshServerTest {
   protected:
     void SetUp() override {
         pvtest::SshServerTest::SetUp();
         if (IsSkipped())
             return;
-        if (!std::filesystem::exists(std::string(PV_BINARY_DIR) + "/pvcompare"))
-            GTEST_SKIP() << "pvcompare is not built";
+        for (const char* program : {"pvcompare", "pvcmd"})
+            if (!std::filesystem::exists(std::string(PV_BINARY_DIR) + "/" + program))
+                GTEST_SKIP() << program << " is not built";
     }
 
-    Output pvcompare(std::vector<std::string> args) {
+    Output run(const char* program, std::vector<std::string> args) {
         pvtest::EnvGuard programHome("PAIRVIEW_HOME", home.str());
         pvtest::EnvGuard editor("PAIRVIEW_EDITOR", "true");
-        args.insert(args.begin(), std::string(PV_BINARY_DIR) + "/pvcompare");
-        const std::string outFile = home / "out", errFile = home / "err";
-        int out = ::open(outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        int err = ::open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        Output r;
-        r.status = pv::runAndWait(args, out, err);
-        ::close(out);
-        ::close(err);
-        r.out = pvtest::readFile(outFile);
-        r.err = pvtest::readFile(errFile);
-        return r;
+        args.insert(args.begin(), std::string(PV_BINARY_DIR) + "/" + program);
+        return pvtest::runProgram(args);
     }
+    Output pvcompare(std::vector<std::string> args) { return run("pvcompare", std::move(args)); }
 
     // The output without the run's times and with the server's part of the
     // remote paths taken out (the remote path is the same absolute path).
@@ -65,7 +52,7 @@ class PvCompareRemote : public pvtest::SshServerTest {
     pvtest::TempDir home;
 };
 
-TEST_F(PvCompareRemote, EitherSideRemoteGivesTheLocalLinesAndStatus) {
+TEST_F(RemotePrograms, EitherSideRemoteGivesTheLocalLinesAndStatus) {
     tree.write("l/same.txt", "abc");
     tree.write("r/same.txt", "abc");
     tree.write("l/len.txt", "abc");
@@ -99,7 +86,7 @@ TEST_F(PvCompareRemote, EitherSideRemoteGivesTheLocalLinesAndStatus) {
     EXPECT_EQ(pvcompare({"-s", server->url(l), l}).status, 0);
 }
 
-TEST_F(PvCompareRemote, UnknownHostKeyEndsTheRunWithStatusTwo) {
+TEST_F(RemotePrograms, UnknownHostKeyEndsTheRunWithStatusTwo) {
     server->setKnownHosts(pvtest::SshServer::Known::Nothing);
     const Output run = pvcompare({"-s", tree.str(), server->url(tree.str())});
     EXPECT_EQ(run.status, 2);
@@ -111,7 +98,7 @@ TEST_F(PvCompareRemote, UnknownHostKeyEndsTheRunWithStatusTwo) {
     EXPECT_NE(run.err.find(server->fingerprint()), std::string::npos) << run.err;
 }
 
-TEST_F(PvCompareRemote, ConnectionLostInTheWalkEndsItWithItsLinesSoFar) {
+TEST_F(RemotePrograms, ConnectionLostInTheWalkEndsItWithItsLinesSoFar) {
     for (int n = 0; n < 60; ++n)
         tree.write("l/dir" + std::to_string(n) + "/f.txt", "1");
     pvtest::SshServer cut(pvtest::sftpServerStoppingAfter(3000));
@@ -129,6 +116,31 @@ TEST_F(PvCompareRemote, ConnectionLostInTheWalkEndsItWithItsLinesSoFar) {
     EXPECT_NE(run.out.find("-matched-"), std::string::npos) << run.out;
     EXPECT_NE(run.out.find("\nCompare stopped after "), std::string::npos) << run.out;
     EXPECT_LE(std::count(run.out.begin(), run.out.end(), '\n'), 60 * 13) << run.out;
+}
+
+TEST_F(RemotePrograms, FcReadsRemoteFiles) {
+    tree.write("a.txt", "one\ntwo\nthree\n");
+    tree.write("b c.txt", "one\n2\nthree\n");
+    tree.write("a.bin", "\x01\x02");
+    tree.write("b.bin", "\x01\x03");
+    for (auto [one, two] : {std::pair{"a.txt", "b c.txt"}, std::pair{"a.bin", "b.bin"},
+                            std::pair{"a.txt", "a.txt"}}) {
+        const Output local = run("pvcmd", {"fc", tree / one, tree / two});
+        const Output remote = run("pvcmd", {"fc", server->url(tree / one), tree / two});
+        EXPECT_EQ(remote.status, local.status) << one << remote.err;
+        EXPECT_EQ(comparable(remote.out), comparable(local.out)) << one;
+        EXPECT_EQ(remote.err, local.err);
+    }
+    const Output missing = run("pvcmd", {"fc", server->url(tree / "none.txt"), tree / "a.txt"});
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_EQ(missing.out, "FC: cannot open " + server->url(tree / "none.txt") +
+                               " - No such file or folder\r\n");
+    // A host that cannot be reached is named with the reason.
+    const Output refused = run("pvcmd", {"fc", "ssh://127.0.0.1:1/x", tree / "a.txt"});
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_NE(refused.out.find("FC: cannot open ssh://127.0.0.1:1/x - 127.0.0.1:1: cannot connect"),
+              std::string::npos)
+        << refused.out;
 }
 
 } // namespace
