@@ -9,12 +9,14 @@
 #include "remote/remotefiles.h"
 #include "support/envguard.h"
 #include "support/temptree.h"
+#include "support/unprivileged.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -82,6 +84,27 @@ TEST_F(RemoteFiles, DirectoryErrorsCarryTheirNumbers) {
               std::string::npos);
     // A directory that is missing does not end the connection.
     EXPECT_TRUE(pv::remoteConnectionFailures().empty());
+}
+
+TEST_F(RemoteFiles, UnreadableDirectoryAndFileAsForALocalUser) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "logging in as another user needs root";
+    tree.write("d/mine.txt", "x");
+    tree.mkdir("d/closed");
+    pvtest::handToUnprivileged(tree.path());
+    tree.write("d/secret.txt", "x"); // root's own
+    ::chmod((tree / "d/secret.txt").c_str(), 0600);
+    ::chmod((tree / "d/closed").c_str(), 0);
+    const std::string base =
+        "ssh://nobody@127.0.0.1:" + std::to_string(server->port()) + (tree / "d");
+    try {
+        pv::readDirectory(base + "/closed");
+        ADD_FAILURE() << "read an unreadable directory";
+    } catch (const pv::RuntimeError& e) {
+        EXPECT_EQ(e.number(), EACCES) << e.what();
+    }
+    EXPECT_EQ(pv::directoryAttributeTexts(base, {"mine.txt", "secret.txt"}, false, true),
+              (std::vector<std::string>{" - 1", std::string(pv::kCantOpen)}));
 }
 
 TEST_F(RemoteFiles, UnknownHostKeyIsRefusedWithItsFingerprint) {

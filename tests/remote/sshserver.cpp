@@ -126,6 +126,9 @@ SshServer::SshServer(const std::string& sftp) {
         return;
     }
     std::filesystem::copy_file(clientDir() + "/id_ed25519.pub", m_dir / "authorized_keys");
+    // sshd reads the keys as the user who logs in, who may be another one.
+    ::chmod(m_dir.str().c_str(), 0755);
+    ::chmod((m_dir / "authorized_keys").c_str(), 0644);
     // "256 SHA256:... comment (ED25519)"
     std::istringstream listed(runProgram({"/usr/bin/ssh-keygen", "-l", "-f", hostKey + ".pub"}).out);
     std::string bits;
