@@ -4,7 +4,7 @@
 
 #include <cerrno>
 #include <charconv>
-#include <vector>
+#include <filesystem>
 
 namespace pv {
 
@@ -54,28 +54,12 @@ bool isIpv6(std::string_view s) {
     return true;
 }
 
+// As for a local directory: "." and ".." resolved, no repeated or trailing "/".
 std::string normalAbsolute(std::string_view path) {
-    std::vector<std::string_view> parts;
-    size_t start = 0;
-    while (start <= path.size()) {
-        size_t end = path.find('/', start);
-        if (end == std::string_view::npos)
-            end = path.size();
-        std::string_view part = path.substr(start, end - start);
-        if (part == "..") {
-            if (!parts.empty())
-                parts.pop_back();
-        } else if (!part.empty() && part != ".") {
-            parts.push_back(part);
-        }
-        start = end + 1;
-    }
-    std::string out;
-    for (std::string_view part : parts) {
-        out += '/';
-        out += part;
-    }
-    return out.empty() ? "/" : out;
+    std::string p = std::filesystem::path(path).lexically_normal().string();
+    while (p.size() > 1 && p.back() == '/')
+        p.pop_back();
+    return p;
 }
 
 } // namespace
