@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <netinet/in.h>
+#include <poll.h>
 #include <sstream>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -89,12 +90,6 @@ std::vector<pid_t> descendants(pid_t root) {
 
 } // namespace
 
-std::string sftpServerStoppingAfter(long bytes) {
-    // dd reads byte by byte, so every request gets through as soon as it is sent.
-    return "/bin/dd bs=1 count=" + std::to_string(bytes) +
-           " status=none | /usr/lib/openssh/sftp-server";
-}
-
 ProgramOutput runProgram(const std::vector<std::string>& argv) {
     TempDir tmp;
     const std::string outFile = tmp / "out", errFile = tmp / "err";
@@ -109,7 +104,7 @@ ProgramOutput runProgram(const std::vector<std::string>& argv) {
     return r;
 }
 
-SshServer::SshServer(const std::string& sftp) {
+SshServer::SshServer() {
     if (::access("/usr/sbin/sshd", X_OK) != 0) {
         m_unavailable = "/usr/sbin/sshd is not installed (Debian package openssh-server)";
         return;
@@ -141,9 +136,8 @@ SshServer::SshServer(const std::string& sftp) {
             (m_dir / "authorized_keys") +
             "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
             "KbdInteractiveAuthentication no\nPubkeyAuthentication yes\n"
-            "PermitRootLogin prohibit-password\nLogLevel ERROR\nSubsystem sftp " +
-            sftp +
-            "\n");
+            "PermitRootLogin prohibit-password\nLogLevel ERROR\n"
+            "Subsystem sftp internal-sftp\n");
     setKnownHosts(Known::ServerKey);
 
     const std::string log = m_dir / "sshd.log";
@@ -197,6 +191,83 @@ void SshServer::setKnownHosts(Known known) const {
         line = host + firstLine(m_dir / "other_host_key.pub") + "\n";
     }
     m_dir.write("client/known_hosts", line);
+}
+
+void SshServer::knowAlsoAt(int port) const {
+    std::ofstream(clientDir() + "/known_hosts", std::ios::app)
+        << "[127.0.0.1]:" << port << " " << firstLine(m_dir / "host_key.pub") << "\n";
+}
+
+Relay::Relay(int targetPort, long bytes, After after)
+    : m_target(targetPort), m_bytes(bytes), m_after(after) {
+    m_listen = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in a{};
+    a.sin_family = AF_INET;
+    a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t len = sizeof a;
+    ::bind(m_listen, reinterpret_cast<sockaddr*>(&a), sizeof a);
+    ::listen(m_listen, 4);
+    ::getsockname(m_listen, reinterpret_cast<sockaddr*>(&a), &len);
+    m_port = ntohs(a.sin_port);
+    if (::pipe2(m_stop, O_CLOEXEC) == 0)
+        m_thread = std::thread([this] { run(); });
+}
+
+Relay::~Relay() {
+    if (m_thread.joinable()) {
+        (void)!::write(m_stop[1], "x", 1);
+        m_thread.join();
+    }
+    for (int fd : {m_listen, m_stop[0], m_stop[1]})
+        if (fd >= 0)
+            ::close(fd);
+}
+
+void Relay::run() {
+    for (;;) {
+        pollfd wait[2] = {{m_stop[0], POLLIN, 0}, {m_listen, POLLIN, 0}};
+        ::poll(wait, 2, -1);
+        if (wait[0].revents)
+            return;
+        const int client = ::accept4(m_listen, nullptr, nullptr, SOCK_CLOEXEC);
+        const int server = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_in a{};
+        a.sin_family = AF_INET;
+        a.sin_port = htons(static_cast<uint16_t>(m_target));
+        a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        long fromClient = 0;
+        bool open = ::connect(server, reinterpret_cast<sockaddr*>(&a), sizeof a) == 0;
+        while (open) {
+            const bool passing = !m_frozen;
+            pollfd fds[3] = {{m_stop[0], POLLIN, 0},
+                             {client, short(passing ? POLLIN : 0), 0},
+                             {server, short(passing ? POLLIN : 0), 0}};
+            ::poll(fds, 3, passing ? -1 : 50);
+            if (fds[0].revents) {
+                ::close(client);
+                ::close(server);
+                return;
+            }
+            char buffer[16384];
+            for (int side : {1, 2}) {
+                if (!open || !(fds[side].revents & (POLLIN | POLLHUP | POLLERR)))
+                    continue;
+                const ssize_t n = ::read(fds[side].fd, buffer, sizeof buffer);
+                if (n <= 0 || ::write(side == 1 ? server : client, buffer, size_t(n)) != n) {
+                    open = false;
+                    break;
+                }
+                if (side == 1 && (fromClient += n) >= m_bytes) {
+                    if (m_after == After::Cut)
+                        open = false;
+                    else
+                        m_frozen = true;
+                }
+            }
+        }
+        ::close(client);
+        ::close(server);
+    }
 }
 
 void SshServer::useUnknownUserKey() const { makeKey(clientDir() + "/id_ed25519"); }

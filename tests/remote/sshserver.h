@@ -7,7 +7,9 @@
 
 #include "support/temptree.h"
 
+#include <atomic>
 #include <string>
+#include <thread>
 #include <vector>
 #include <sys/types.h>
 
@@ -15,9 +17,7 @@ namespace pvtest {
 
 class SshServer {
   public:
-    // `sftp` is the command line of the SFTP subsystem (a stand-in can stop or
-    // freeze in the middle of a run).
-    explicit SshServer(const std::string& sftp = "internal-sftp");
+    SshServer();
     ~SshServer();
     SshServer(const SshServer&) = delete;
     SshServer& operator=(const SshServer&) = delete;
@@ -35,6 +35,8 @@ class SshServer {
     // address, or nothing.
     enum class Known { ServerKey, OtherKey, Nothing };
     void setKnownHosts(Known known) const;
+    // Adds the server's key for another port of 127.0.0.1 (a relay's).
+    void knowAlsoAt(int port) const;
     // Replaces the client's key with one the server does not accept.
     void useUnknownUserKey() const;
     // Stops the server and every session it runs (a connection lost to the client).
@@ -48,8 +50,33 @@ class SshServer {
     pid_t m_pid = -1;
 };
 
-// An SFTP server that stops after reading `bytes` bytes of requests.
-std::string sftpServerStoppingAfter(long bytes);
+// A TCP relay in front of the server, for connections that fail in the middle:
+// after `bytes` bytes from the client (or at freeze()), it either cuts the
+// connection or stops passing anything on, as a far end that froze. No shell
+// or other program runs on the server side.
+class Relay {
+  public:
+    enum class After { Cut, Freeze };
+    Relay(int targetPort, long bytes, After after);
+    ~Relay();
+    Relay(const Relay&) = delete;
+    Relay& operator=(const Relay&) = delete;
+    int port() const { return m_port; }
+    // From now on nothing passes (the connection stays open).
+    void freeze() { m_frozen = true; }
+
+  private:
+    void run();
+
+    int m_listen = -1;
+    int m_port = 0;
+    int m_target;
+    long m_bytes;
+    After m_after;
+    int m_stop[2] = {-1, -1};
+    std::atomic<bool> m_frozen{false};
+    std::thread m_thread;
+};
 
 // Runs a program (no shell, argv[0] a full path) and waits for it.
 struct ProgramOutput {
