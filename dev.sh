@@ -6,8 +6,9 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-qpa-plugins libqt6test6
-          libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6 libdtl-dev
-          dpkg-dev file desktop-file-utils appstream libssh-dev openssh-server)
+          libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6 libdtl-dev libcli11-dev
+          dpkg-dev file desktop-file-utils appstream lintian
+          libssh-dev openssh-server)
 
 missing=()
 for p in "${packages[@]}"; do
@@ -25,14 +26,21 @@ if ((${#missing[@]})); then
   fi
 fi
 
-cmake --preset default >/dev/null
-cmake --build --preset default
-
+# "run" builds the three programs only; the tests are built by "test" (and by
+# "package", which installs from a complete build).
+programs=(--target pairview pvcompare pvcmd)
 case "${1:-run}" in
-  run)  shift || true; exec ./build/src/pairview "$@" ;;
-  test) QT_QPA_PLATFORM=offscreen ctest --preset default ;;
+  run|test|package) cmake --preset default >/dev/null ;;
+  *)    echo "usage: ./dev.sh [run|test|package]"; exit 2 ;;
+esac
+case "${1:-run}" in
+  run)  shift || true
+        cmake --build --preset default "${programs[@]}"
+        exec ./build/src/pairview "$@" ;;
+  test) cmake --build --preset default
+        QT_QPA_PLATFORM=offscreen ctest --preset default ;;
   package)
+        cmake --build --preset default
         cpack --config build/CPackConfig.cmake -B build/package >/dev/null
         ls build/package/*.deb ;;
-  *)    echo "usage: ./dev.sh [run|test|package]"; exit 2 ;;
 esac

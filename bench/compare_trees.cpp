@@ -2,7 +2,11 @@
 // window (offscreen) and through pvcompare, against `rsync -rn --itemize-changes`
 // on the same pairs, and prints the times and their ratios.
 //
-//   compare_trees [--keep] [--runs N]
+//   compare_trees [--keep] [--runs N] [--content DIR]
+//
+// --content DIR times only the tree pair DIR/left and DIR/right (bench/content.py
+// builds one) with "Compare on Contents in list" on: the window against
+// `pvcompare -s --content`, target at most 1.3x.
 //
 // flat:   20,000 files on each side, a few hundred of them different or on one side
 // nested: ~50,000 files in 5,000 directories on each side, some different
@@ -108,10 +112,13 @@ struct Times {
 int main(int argc, char** argv) {
     bool keep = false;
     int runs = 3;
+    std::string contentTree;
     for (int i = 1; i < argc; ++i) {
         std::string a = argv[i];
         if (a == "--keep")
             keep = true;
+        else if (a == "--content" && i + 1 < argc)
+            contentTree = argv[++i];
         else if (a == "--runs" && i + 1 < argc)
             runs = std::max(1, std::atoi(argv[++i]));
     }
@@ -124,9 +131,11 @@ int main(int argc, char** argv) {
     fs::path base = fs::temp_directory_path() / ("pv-bench-" + std::to_string(::getpid()));
     fs::path home = base / "home", flat = base / "flat", nested = base / "nested";
     fs::create_directories(home);
-    std::printf("building trees in %s ...\n", base.c_str());
-    buildFlat(flat);
-    buildNested(nested);
+    if (contentTree.empty()) {
+        std::printf("building trees in %s ...\n", base.c_str());
+        buildFlat(flat);
+        buildNested(nested);
+    }
     std::string ini = (home / "Pairview.ini").string();
     writeFile(ini, "[COMPARECONTROL]\r\nLIST_DateTime=True\r\nLIST_Length=True\r\n");
     setenv("PAIRVIEW_HOME", home.c_str(), 1);
@@ -156,6 +165,18 @@ int main(int argc, char** argv) {
                     name, t.rsync, t.window, t.window / t.rsync, t.pvcompare, t.pvcompare / t.rsync,
                     target);
     };
+    if (!contentTree.empty()) {
+        Times off = measure(contentTree, true);
+        std::printf("contents off: window %7.3f s | pvcompare -s %7.3f s | window %.2fx\n",
+                    off.window, off.pvcompare, off.window / off.pvcompare);
+        pv::Settings(ini).write("COMPARECONTROL", "LIST_Contents", "True");
+        Times c = measure(contentTree, true);
+        std::printf("content: window %7.3f s | pvcompare -s --content %7.3f s | window %.2fx of "
+                    "pvcompare, target 1.3x\n",
+                    c.window, c.pvcompare, c.window / c.pvcompare);
+        fs::remove_all(base);
+        return 0;
+    }
     Times f = measure(flat, false);
     report("flat", f, 2);
     Times n = measure(nested, true);

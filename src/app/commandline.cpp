@@ -45,9 +45,9 @@ std::optional<std::string> settingsPathFromCommandLine(const std::string& comman
 
 namespace {
 
-constexpr const char* kHelp =
-    R"(Usage: pairview [-ini FILE]
-
+constexpr const char* kUsage = "Usage: pairview [-ini FILE]\n";
+// The help text after the usage line.
+constexpr const char* kHelpBody = R"(
 Compares two directories side by side and writes the command scripts (fc,
 findstr, dir, xcopy) that pvcmd runs.
 
@@ -74,11 +74,16 @@ StartRequest startRequest(const std::vector<std::string>& args) {
         const std::string& a = args[i];
         const std::string upper = toUpper(a);
         if (upper == "-INI" || upper == "/INI") {
-            ++i; // the settings path, whatever it looks like
+            // The settings path, whatever it looks like, but one word: the path
+            // is read from the words of the command line, so a blank would cut it.
+            if (++i < args.size() && args[i].find_first_of(" \t") != std::string::npos)
+                return {StartRequest::Kind::Error,
+                        "pairview: the settings path cannot contain blanks: " + args[i] + "\n" +
+                            kUsage};
             continue;
         }
         if (a == "--help")
-            return {StartRequest::Kind::Help, kHelp};
+            return {StartRequest::Kind::Help, std::string(kUsage) + kHelpBody};
         if (a == "--version")
             return {StartRequest::Kind::Version,
                     std::string("pairview ") + PAIRVIEW_VERSION + "\n"};

@@ -19,6 +19,9 @@ constexpr std::array kItems{
     // clang-format off
     SwitchItem{"mnu_Options_Compare_List_DateTime", "Compare on Data Time in list", kCompare, "LIST_DateTime", K::Toggle, ""},
     SwitchItem{"mnu_Options_Compare_List_Length", "Compare on Length in list", kCompare, "LIST_Length", K::Toggle, ""},
+    SwitchItem{"mnu_Options_Compare_List_Contents", "Compare on Contents in list", kCompare, "LIST_Contents", K::Toggle, ""},
+    SwitchItem{"mnu_Options_Compare_List_Time2s", "Ignore time differences up to 2 seconds", kCompare, "LIST_Time2s", K::Toggle, ""},
+    SwitchItem{"mnu_Options_Compare_List_HourShift", "Ignore exact hour shifts", kCompare, "LIST_HourShift", K::Toggle, ""},
     SwitchItem{"mnu_Options_Compare_Include_Sub_Directories", "Compare_Include_Sub_Directories", kCompare, "CMPR_SUB_DIRECTORIES", K::Toggle, ""},
     SwitchItem{"mnu_Options_Compare_Ascii", "/l  &Ascii Compare", kCompare, "FC_L", K::Mode, ""},
     SwitchItem{"mnu_Options_Compare_Binary", "/b &Binary Compare", kCompare, "FC_B", K::Mode, ""},

@@ -12,6 +12,9 @@ bool seedNewSettingsFile(const Settings& settings) {
         return false;
     settings.write("APPLICATION", "FILEPATTERNLIST", kSeedPatternList);
     settings.write("EDITORS", "ITEM0", kSeedEditor);
+    // A first compare tells changed files apart by their time and length.
+    settings.write("COMPARECONTROL", "LIST_DateTime", "True");
+    settings.write("COMPARECONTROL", "LIST_Length", "True");
     return true;
 }
 

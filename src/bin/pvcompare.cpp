@@ -16,6 +16,8 @@
 #include "status/statusbarhandler.h"
 #include "status/timeremaining.h"
 
+#include <CLI/CLI.hpp>
+
 #include <cstdio>
 #include <exception>
 #include <fcntl.h>
@@ -28,32 +30,17 @@
 
 namespace {
 
-constexpr const char* kHelp =
-    R"(Usage: pvcompare [-ini FILE] [-s] [-p PATTERN] [--[no-]date] [--[no-]length]
-                 [--replace|--append] [--run] LEFT RIGHT
+constexpr const char* kDescription =
+    "Compares the files of LEFT and RIGHT by name, as Pairview's Compare button does,\n"
+    "and prints the results-list lines exactly as the results window shows them.\n"
+    "Without -ini, same-named files differ when their last-change times or lengths\n"
+    "differ; with -ini, its LIST_DateTime, LIST_Length, LIST_Contents, LIST_Time2s\n"
+    "and LIST_HourShift decide; the flags below override either.";
 
-Compares the files of LEFT and RIGHT by name, as Pairview's Compare button does,
-and prints the results-list lines exactly as the results window shows them.
-
-  -ini FILE    settings file to read (default: Pairview.ini in the program
-               directory); the fc switches and EDITOR go into the compare
-               script; with -ini, its LIST_DateTime and LIST_Length decide
-               what makes two same-named files different
-  --date, --no-date
-               same-named files with different last-change times are
-               different, or not (default: on without -ini, else LIST_DateTime)
-  --length, --no-length
-               likewise for different lengths (default: on without -ini, else
-               LIST_Length)
-  -s           include sub-directories: walk the LEFT tree (24 levels) and compare
-               every directory with the one at the same place under RIGHT
-  -p PATTERN   file pattern, several separated by ";" (default "*.*");
-               hidden (dot) files are always left out
-  --replace    start the results file afresh (default)
-  --append     leave the results file as it is
-  --run        run the compare script when the compare is done and wait for it
-  --help       show this text
-  --version    show the version
+constexpr const char* kFooter =
+    R"(Patterns: several separated by ";"; one beginning with "!" leaves out the names
+it matches ("*.*;!*.o"); one ending in "/" is for sub-directories: "!build/"
+keeps that directory out of the -s walk. Hidden (dot) files are always left out.
 
 The compare script (Pairview.cmd) and the results file (Pairview.txt) are written
 in the program directory ($PAIRVIEW_HOME when set).
@@ -71,11 +58,15 @@ full disk cut the results file short).
 // standard error when that is a terminal (one line, rewritten in place).
 class PrintingObserver : public pv::CompareObserver {
   public:
+    // `quiet`: the lines are counted, not printed.
+    explicit PrintingObserver(bool quiet) : m_quiet(quiet) {}
     void setCntl(std::string_view) override {}
     bool isEmpty() const override { return m_lines == 0; }
     void addLine(std::string_view line) override {
         clearProgress();
         ++m_lines;
+        if (m_quiet)
+            return;
         std::fwrite(line.data(), 1, line.size(), stdout);
         std::fputc('\n', stdout);
     }
@@ -113,6 +104,7 @@ class PrintingObserver : public pv::CompareObserver {
         m_shown.clear();
     }
 
+    bool m_quiet;
     long m_lines = 0;
     bool m_terminal = ::isatty(STDERR_FILENO) == 1;
     bool m_walking = false;
@@ -193,76 +185,161 @@ int runScriptAndWait(const std::string& command) {
     return status;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    std::string ini, pattern = "*.*";
-    bool sub = false, replace = true, run = false;
-    std::optional<bool> listDate, listLength; // a flag overrides the settings file
-    std::vector<std::string> dirs;
-    for (int n = 1; n < argc; ++n) {
-        std::string a = argv[n];
-        if (a == "--help" || a == "-h" || a == "/?") {
-            std::fputs(kHelp, stdout);
-            return 0;
-        } else if (a == "--version") {
-            std::printf("pvcompare %s\n", PAIRVIEW_VERSION);
-            return 0;
-        } else if (a == "--date" || a == "--no-date") {
-            listDate = a == "--date";
-        } else if (a == "--length" || a == "--no-length") {
-            listLength = a == "--length";
-        } else if ((a == "-ini" || a == "/ini") && n + 1 < argc) {
-            ini = argv[++n];
-        } else if (a == "-p" && n + 1 < argc) {
-            pattern = argv[++n];
-        } else if (a == "-s") {
-            sub = true;
-        } else if (a == "--replace") {
-            replace = true;
-        } else if (a == "--append") {
-            replace = false;
-        } else if (a == "--run") {
-            run = true;
-        } else if (a.size() > 1 && a[0] == '-') {
-            std::fprintf(stderr, "pvcompare: unknown option %s (see pvcompare --help)\n",
-                         a.c_str());
-            return 2;
-        } else {
-            dirs.push_back(a);
-        }
+// The help lists a flag and its "--no-" form as "--[no-]name", one line each.
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::string make_option_name(const CLI::Option* option, bool positional) const override {
+        std::string name = CLI::Formatter::make_option_name(option, positional);
+        if (size_t brace = name.find('{'); brace != std::string::npos)
+            name.erase(brace, name.find('}', brace) + 1 - brace);
+        if (size_t no = name.find(",--no-"); no != std::string::npos)
+            name = "--[no-]" + name.substr(no + 6);
+        return name;
     }
-    if (dirs.size() != 2) {
+    // The value's name alone, without the checks' wording.
+    std::string make_option_opts(const CLI::Option* option) const override {
+        if (option->get_positional())
+            return {};
+        std::string opts = CLI::Formatter::make_option_opts(option);
+        if (size_t colon = opts.find(':'); colon != std::string::npos)
+            opts.erase(colon, opts.find_first_of(' ', opts.find(']', colon)) - colon);
+        return opts;
+    }
+};
+
+// The options as given; an unset optional leaves the settings file's value.
+struct Arguments {
+    std::string ini, pattern = "*.*";
+    std::vector<std::string> excludes;
+    bool sub = false, replace = true, run = false, summary = false;
+    std::optional<bool> listDate, listLength, listContents, hourShift;
+    std::optional<int> modifyWindow;
+    std::vector<std::string> dirs;
+};
+
+// A flag and its "--no-" form, the last one given wins.
+void addSwitch(CLI::App& app, const std::string& name, std::optional<bool>& value,
+               const std::string& help) {
+    app.add_flag_function(
+           "--" + name + ",!--no-" + name,
+           [&value](std::int64_t count) { value = count > 0; }, help)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+}
+
+// Parses the command line; returns the exit status when the program ends here.
+std::optional<int> parseArguments(int argc, char** argv, Arguments& a) {
+    CLI::App app(kDescription, "pvcompare");
+    app.footer(kFooter);
+    app.allow_extras(); // reported below in the program's own words
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.get_formatter()->column_width(30);
+    app.set_help_flag("-h,--help", "show this text");
+    bool version = false;
+    app.add_flag("--version", version, "show the version");
+    app.add_option("--ini", a.ini,
+                   "settings file to read (also -ini; default: Pairview.ini in the program "
+                   "directory)")
+        ->type_name("FILE");
+    app.add_flag("-s", a.sub, "include sub-directories: walk LEFT (24 levels) against RIGHT");
+    app.add_option("-p", a.pattern, "file pattern, several separated by \";\" (default \"*.*\")")
+        ->type_name("PATTERN");
+    app.add_option("--exclude", a.excludes, "leave out what PATTERN matches (repeatable)")
+        ->type_name("PATTERN")
+        ->allow_extra_args(false);
+    addSwitch(app, "date", a.listDate, "different last-change times make files different");
+    addSwitch(app, "length", a.listLength, "different lengths make files different");
+    addSwitch(app, "content", a.listContents,
+              "files whose times and lengths agree are compared byte for byte");
+    app.add_option("--modify-window", a.modifyWindow,
+                   "times at most N seconds apart count as equal (default 0)")
+        ->type_name("N")
+        ->check(CLI::Range(0, 100000000));
+    addSwitch(app, "ignore-hour-shift", a.hourShift,
+              "times a whole 1 or 2 hours apart (within the window) count as equal");
+    app.add_flag("--summary", a.summary, "print only the block of totals");
+    app.add_flag_callback("--replace", [&a] { a.replace = true; },
+                          "start the results file afresh (default)");
+    app.add_flag_callback("--append", [&a] { a.replace = false; },
+                          "leave the results file as it is");
+    app.add_flag("--run", a.run, "run the compare script when done and wait for it");
+    app.add_option("LEFT RIGHT", a.dirs, "the two directories")->expected(0, -1)->type_name("DIR");
+
+    // The settings file's option keeps the form the program has always taken,
+    // "-ini FILE" (and "/ini FILE", "/?"); the parser takes "--ini".
+    std::vector<std::string> words;
+    for (int n = argc - 1; n > 0; --n) {
+        std::string w = argv[n];
+        words.push_back(w == "-ini" || w == "/ini" ? "--ini" : w == "/?" ? "--help" : w);
+    }
+    try {
+        app.parse(words);
+    } catch (const CLI::CallForHelp&) {
+        std::fputs(app.help().c_str(), stdout);
+        return 0;
+    } catch (const CLI::ParseError& e) {
+        std::fprintf(stderr, "pvcompare: %s (see pvcompare --help)\n", e.what());
+        return 2;
+    }
+    if (!app.remaining().empty()) {
+        std::fprintf(stderr, "pvcompare: unknown option %s (see pvcompare --help)\n",
+                     app.remaining().front().c_str());
+        return 2;
+    }
+    if (version) {
+        std::printf("pvcompare %s\n", PAIRVIEW_VERSION);
+        return 0;
+    }
+    if (a.dirs.size() != 2) {
         std::fputs("pvcompare: give two directories (see pvcompare --help)\n", stderr);
         return 2;
     }
+    for (const std::string& exclude : a.excludes)
+        a.pattern += ";!" + exclude;
+    return std::nullopt;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Arguments a;
+    if (std::optional<int> status = parseArguments(argc, argv, a))
+        return *status;
+    const std::vector<std::string>& dirs = a.dirs;
     try {
         pv::ProgramPaths paths = pv::ProgramPaths::inDirectory(pv::resolveProgramDirectory());
-        pv::Settings settings(ini.empty() ? paths.settingsPath : ini);
-        PrintingObserver observer;
+        pv::Settings settings(a.ini.empty() ? paths.settingsPath : a.ini);
+        PrintingObserver observer(a.summary);
         int scriptStatus = 0;
         pv::DirectoryCompare compare(observer,
                                      pv::CompareFiles::forWindow(paths.programDirectory, ""),
-                                     [run, &scriptStatus](const std::string& command) {
-                                         if (run)
+                                     [&a, &scriptStatus](const std::string& command) {
+                                         if (a.run)
                                              scriptStatus = runScriptAndWait(command);
                                          return 0L;
                                      });
         DirectoryPanes panes(pv::normalizeDirectoryPath(dirs[0]),
-                             pv::normalizeDirectoryPath(dirs[1]), pattern);
+                             pv::normalizeDirectoryPath(dirs[1]), a.pattern);
         pv::CompareCommand command(compare, observer, panes, [&] {
             pv::DirectoryCompare::Call call;
             call.options = pv::readCompareOptions(settings);
             // Without a settings file of the user's choosing, the quick check
             // (time and length) is what tells changed trees apart.
-            call.options.listDateTime = listDate.value_or(ini.empty() || call.options.listDateTime);
-            call.options.listLength = listLength.value_or(ini.empty() || call.options.listLength);
-            call.replace = replace;
+            const bool own = a.ini.empty();
+            call.options.listDateTime = a.listDate.value_or(own || call.options.listDateTime);
+            call.options.listLength = a.listLength.value_or(own || call.options.listLength);
+            call.options.listContents = a.listContents.value_or(call.options.listContents);
+            call.options.modifyWindow = a.modifyWindow.value_or(call.options.modifyWindow);
+            call.options.ignoreHourShift = a.hourShift.value_or(call.options.ignoreHourShift);
+            call.replace = a.replace;
+            call.pattern = a.pattern;
             return call;
         });
-        if (sub) // the walk passes over what it cannot read; the top pair must exist
+        if (a.sub) // the walk passes over what it cannot read; the top pair must exist
             panes.lists();
-        pv::CompareTotals totals = command.run(sub);
+        pv::CompareTotals totals = command.run(a.sub);
+        if (a.summary)
+            for (const std::string& line : pv::totalsBlock(totals))
+                std::printf("%s\n", line.c_str());
         std::fflush(stdout);
         // A host lost during the walk: its lines so far stand, the run failed.
         for (const std::string& failure : pv::remoteConnectionFailures())

@@ -43,12 +43,19 @@ struct CompareTotals {
     long different = 0;
     long oneOnly = 0;
     long twoOnly = 0;
-    // A sub-directory on one side only, unreadable, or deeper than the walk goes.
+    // A sub-directory on one side only, or deeper than the walk goes.
     long unmatchedDirectories = 0;
+    // A sub-directory that could not be read on either side.
+    long unreadableDirectories = 0;
     bool allMatched() const {
-        return different == 0 && oneOnly == 0 && twoOnly == 0 && unmatchedDirectories == 0;
+        return different == 0 && oneOnly == 0 && twoOnly == 0 && unmatchedDirectories == 0 &&
+               unreadableDirectories == 0;
     }
 };
+
+// The block of totals written after a sub-directory run, in the manner of the
+// statistics of each directory pair.
+std::vector<std::string> totalsBlock(const CompareTotals& totals);
 
 class CompareCommand {
   public:
@@ -71,8 +78,17 @@ class CompareCommand {
     CompareObserver& m_observer;
     ComparePanes& m_panes;
     std::function<DirectoryCompare::Call()> m_readCall;
+    // While a compare reads contents: lets the window's events through and tells
+    // whether to go on.
+    bool whileReading();
+
     DirectoryCompare::Call m_call;
     CompareTotals m_totals;
+    // The walk's progress and stop state, also looked at while contents are read.
+    bool m_walking = false;
+    bool m_cancelled = false;
+    long m_done = 0;
+    long m_found = 0;
 };
 
 } // namespace pv

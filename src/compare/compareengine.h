@@ -4,7 +4,9 @@
 // entry, the statistics, and an fc line per name match into the compare script.
 
 #include "compare/compareoptions.h"
+#include "compare/fileattributes.h"
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -26,6 +28,12 @@ inline constexpr std::string_view kTagTwoOnly = "-two only-  ";
 inline constexpr std::string_view kTagOneMaxed = "-one maxed- ";
 inline constexpr std::string_view kTagTwoMaxed = "-two maxed- ";
 
+// With contents compared: why a pair whose attribute texts agree is different,
+// added after both attribute texts.
+inline constexpr std::string_view kMarkContents = "[contents]"; // same length, other bytes
+inline constexpr std::string_view kMarkLength = "[length]";     // lengths differ (not listed)
+inline constexpr std::string_view kMarkNotRead = "[not read]";  // the compare was stopped
+
 struct CompareInput {
     std::string leftDir;
     std::string rightDir;
@@ -33,6 +41,9 @@ struct CompareInput {
     const std::vector<std::string>* right = nullptr;
     std::string resultsFile; // where the script's fc lines append their reports
     CaptureSelection capture = CaptureSelection::None;
+    // While contents are read: called about every 40 ms with the pairs read so
+    // far; false stops the reading.
+    std::function<bool(std::size_t done, std::size_t total)> whileReading = {};
 };
 
 struct CompareCounts {
@@ -50,8 +61,9 @@ struct CompareCounts {
 class CompareEngine {
   public:
     using AttributeFunction = std::function<std::string(const std::string& path)>;
-    // The attribute texts of the named files of a directory, in the order given.
-    using ListAttributeFunction = std::function<std::vector<std::string>(
+    // The attribute texts and facts of the named files of a directory, in the
+    // order given.
+    using ListAttributeFunction = std::function<std::vector<EntryAttributes>(
         const std::string& dir, const std::vector<std::string>& names)>;
     using CaptureFunction = std::function<void(const std::string& dir, const std::string& name)>;
 
@@ -72,6 +84,16 @@ class CompareEngine {
     static int seqWidth(long count1, long count2);
 
   private:
+    // The attribute texts agree, or differ only by a time the options tolerate.
+    bool attributesAgree(const EntryAttributes& a, const EntryAttributes& b) const;
+    // Reads the name matches whose attributes agree and marks the texts of those
+    // that differ inside; gives, by left index, which pairs differ so.
+    std::vector<char> compareContents(const CompareInput& in, const std::vector<std::string>& left,
+                                      const std::vector<std::string>& right,
+                                      std::vector<EntryAttributes>& attrs1,
+                                      std::vector<EntryAttributes>& attrs2,
+                                      CompareObserver& observer) const;
+
     CompareOptions m_options;
     ListAttributeFunction m_attributes;
     std::string m_fcSwitches; // the same for every fc line

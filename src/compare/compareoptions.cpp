@@ -1,5 +1,6 @@
 #include "compare/compareoptions.h"
 
+#include "compare/scripttext.h"
 #include "settings/settings.h"
 #include "platform/textutil.h"
 
@@ -13,8 +14,8 @@ CompareOptions readCompareOptions(const Settings& settings) {
         return IniBool(settings.GetIniValue(section, key, "False"));
     };
     CompareOptions o;
-    o.fcLb = settings.GetIniValue(section, "FC_LB", "/lb100");
-    o.fcNnnn = settings.GetIniValue(section, "FC_NNNN", "/2");
+    o.fcLb = wellFormedFcSwitch("FC_LB", settings.GetIniValue(section, "FC_LB", "/lb100"));
+    o.fcNnnn = wellFormedFcSwitch("FC_NNNN", settings.GetIniValue(section, "FC_NNNN", "/2"));
     o.fcA = on("FC_A");
     o.fcB = on("FC_B");
     o.fcC = on("FC_C");
@@ -25,6 +26,9 @@ CompareOptions readCompareOptions(const Settings& settings) {
     o.fcW = on("FC_W");
     o.listDateTime = on("LIST_DateTime");
     o.listLength = on("LIST_Length");
+    o.listContents = on("LIST_Contents");
+    o.modifyWindow = on("LIST_Time2s") ? 2 : 0;
+    o.ignoreHourShift = on("LIST_HourShift");
     o.editor = settings.GetIniValue("APPLICATION", "EDITOR", "Write.exe");
     return o;
 }

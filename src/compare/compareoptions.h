@@ -26,6 +26,13 @@ struct CompareOptions {
     // What the attribute text holds (and so what makes two files "different").
     bool listDateTime = false;
     bool listLength = false;
+    // Same-named files whose attribute texts agree are also compared byte for byte.
+    bool listContents = false;
+    // Last-change times this many seconds apart or less count as equal.
+    int modifyWindow = 0;
+    // Times a whole number of hours apart (1 or 2, give or take the window) count
+    // as equal.
+    bool ignoreHourShift = false;
     std::string editor = "Write.exe";
 };
 

@@ -48,7 +48,7 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
         m_script.writeLine();
         m_script.writeLine();
     } else {
-        m_script.open(m_files.script, TextFileWriter::Mode::Replace);
+        m_script.open(m_files.script, TextFileWriter::Mode::ReplaceOnClose);
         m_script.writeLine();
         m_script.writeLine("rem ---------- Start " + nowText() + " -----------");
         m_script.writeLine();
@@ -60,10 +60,10 @@ CompareCounts DirectoryCompare::compareDirectories(const PaneLists& panes, const
                            call.options,
                            [dateTime = call.options.listDateTime, length = call.options.listLength](
                                const std::string& dir, const std::vector<std::string>& names) {
-                               return directoryAttributeTexts(dir, names, dateTime, length);
+                               return directoryAttributeFacts(dir, names, dateTime, length);
                            });
     CompareInput input{panes.leftDir, panes.rightDir,  &panes.left,
-                       &panes.right,  m_files.results, call.capture};
+                       &panes.right,  m_files.results, call.capture, call.whileReading};
     CompareEngine::CaptureFunction capture;
     if (capturing)
         capture = [this](const std::string& dir, const std::string& name) {
@@ -90,7 +90,7 @@ void DirectoryCompare::writeResultsStart(const std::string& text) {
 
 void DirectoryCompare::beginSubDirectoryRun() {
     m_pendingResultsStart.reset();
-    m_script.open(m_files.script, TextFileWriter::Mode::Replace);
+    m_script.open(m_files.script, TextFileWriter::Mode::ReplaceOnClose);
     m_script.writeLine();
     m_script.writeLine("rem ---------- Start Sub directory search " + nowText() + " -----------");
     m_script.writeLine();
@@ -103,7 +103,8 @@ void DirectoryCompare::finishRun(const CompareOptions& options) {
         writeResultsStart(start);
     }
     m_script.writeLine();
-    m_script.writeLine(scriptEditor(options.editor) + " \"" + m_files.results + "\"");
+    m_script.writeLine(scriptEscaped(scriptEditor(options.editor)) + " \"" + m_files.results +
+                       "\"");
     m_script.writeLine();
     m_script.close();
     if (m_start)

@@ -49,6 +49,11 @@ class DirectoryCompare {
         CaptureSelection capture = CaptureSelection::None;
         bool replace = true; // "Replace" selected rather than "Append"
         bool subDirectoryMode = false;
+        // The file pattern of the panes; its directory patterns ("name/") decide
+        // which sub-directories a walk enters.
+        std::string pattern = "*.*";
+        // While contents are read (see CompareInput).
+        std::function<bool(std::size_t done, std::size_t total)> whileReading = {};
     };
 
     // CompareDirectories on the given lists. In single-directory mode the script

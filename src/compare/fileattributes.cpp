@@ -73,15 +73,41 @@ std::string fileAttributeText(std::string_view path, bool listDateTime, bool lis
     }
 }
 
-std::vector<std::string> directoryAttributeTexts(const std::string& dir,
-                                                 const std::vector<std::string>& names,
-                                                 bool listDateTime, bool listLength) {
-    std::vector<std::string> texts;
-    texts.reserve(names.size());
+std::int64_t secondsSinceEpoch(const CalendarTime& t) {
+    // Days from the civil date (proleptic Gregorian), counted from 1970-01-01.
+    const std::int64_t y = t.year - (t.month <= 2 ? 1 : 0);
+    const std::int64_t era = (y >= 0 ? y : y - 399) / 400;
+    const std::int64_t yoe = y - era * 400;
+    const std::int64_t mp = (t.month + 9) % 12;
+    const std::int64_t doy = (153 * mp + 2) / 5 + t.day - 1;
+    const std::int64_t doe = yoe * 365 + yoe / 4 - yoe / 100 + doy;
+    const std::int64_t days = era * 146097 + doe - 719468;
+    return days * 86400 + t.hour * 3600 + t.minute * 60 + t.second;
+}
+
+EntryAttributes entryAttributes(const FileFacts& facts, bool listDateTime, bool listLength) {
+    EntryAttributes e;
+    e.text = attributeText(facts, listDateTime, listLength);
+    e.found = facts.status == FileFacts::Status::Ok;
+    if (e.found) {
+        e.haveTime = facts.haveTime;
+        if (e.haveTime)
+            e.time = secondsSinceEpoch(facts.lastWrite);
+        e.haveLength = true;
+        e.length = facts.length;
+    }
+    return e;
+}
+
+std::vector<EntryAttributes> directoryAttributeFacts(const std::string& dir,
+                                                     const std::vector<std::string>& names,
+                                                     bool listDateTime, bool listLength) {
+    std::vector<EntryAttributes> entries;
+    entries.reserve(names.size());
     if (isRemotePath(dir)) {
         for (const FileFacts& facts : remoteFileFacts(dir, names))
-            texts.push_back(attributeText(facts, listDateTime, listLength));
-        return texts;
+            entries.push_back(entryAttributes(facts, listDateTime, listLength));
+        return entries;
     }
     int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     // The whole path loses its surrounding blanks; relative to the directory that
@@ -91,19 +117,34 @@ std::vector<std::string> directoryAttributeTexts(const std::string& dir,
     const ProcessIdentity who = ProcessIdentity::current();
     std::string name;
     for (const std::string& entry : names) {
-        if (!direct || entry.find('/') != std::string::npos) {
-            texts.push_back(fileAttributeText(joinPath(dir, entry), listDateTime, listLength));
-            continue;
-        }
-        name.assign(entry, 0, entry.find_last_not_of(' ') + 1);
         try {
-            texts.push_back(attributeText(probeFileAt(fd, name, who), listDateTime, listLength));
+            if (!direct || entry.find('/') != std::string::npos) {
+                entries.push_back(entryAttributes(
+                    probeFile(std::string(trimBlanks(joinPath(dir, entry)))), listDateTime,
+                    listLength));
+                continue;
+            }
+            name.assign(entry, 0, entry.find_last_not_of(' ') + 1);
+            entries.push_back(entryAttributes(probeFileAt(fd, name, who), listDateTime, listLength));
         } catch (const std::exception&) {
-            texts.emplace_back(kUnavailable);
+            EntryAttributes failed;
+            failed.text = kUnavailable;
+            failed.found = false;
+            entries.push_back(std::move(failed));
         }
     }
     if (fd >= 0)
         ::close(fd);
+    return entries;
+}
+
+std::vector<std::string> directoryAttributeTexts(const std::string& dir,
+                                                 const std::vector<std::string>& names,
+                                                 bool listDateTime, bool listLength) {
+    std::vector<std::string> texts;
+    texts.reserve(names.size());
+    for (EntryAttributes& e : directoryAttributeFacts(dir, names, listDateTime, listLength))
+        texts.push_back(std::move(e.text));
     return texts;
 }
 

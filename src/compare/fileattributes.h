@@ -3,12 +3,14 @@
 // as the "LIST_DateTime" and "LIST_Length" switches say, or a failure text. Two
 // same-named files compare equal when these texts are equal.
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace pv {
 
+struct CalendarTime;
 struct FileFacts;
 class Settings;
 
@@ -32,6 +34,27 @@ std::string fileAttributeText(std::string_view path, bool listDateTime, bool lis
 std::vector<std::string> directoryAttributeTexts(const std::string& dir,
                                                  const std::vector<std::string>& names,
                                                  bool listDateTime, bool listLength);
+
+// A file's attribute text with the facts behind it, for the rules that look past
+// the text: the time tolerances and the contents compare.
+struct EntryAttributes {
+    std::string text;
+    bool found = true;    // false when the text is a failure text
+    bool haveTime = false; // `time`: the last write, seconds since the epoch (UTC)
+    std::int64_t time = 0;
+    bool haveLength = false;
+    std::uint64_t length = 0;
+};
+
+EntryAttributes entryAttributes(const FileFacts& facts, bool listDateTime, bool listLength);
+
+// As directoryAttributeTexts, with the facts.
+std::vector<EntryAttributes> directoryAttributeFacts(const std::string& dir,
+                                                     const std::vector<std::string>& names,
+                                                     bool listDateTime, bool listLength);
+
+// Seconds since the epoch of a calendar time in UTC.
+std::int64_t secondsSinceEpoch(const CalendarTime& t);
 
 // As above, reading both switches from the settings at every call.
 std::string GetFileAttributes(const Settings& settings, std::string_view path);

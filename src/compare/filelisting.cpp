@@ -110,22 +110,62 @@ std::string parentPath(std::string_view path) {
     return std::string(path.substr(0, slash));
 }
 
-bool matchesPatternList(std::string_view name, std::string_view patternList) {
+namespace {
+
+// Runs `each(pattern, excluded, directory)` for every pattern of a ";"-separated
+// list, blanks around it removed, "!" and a trailing "/" taken off.
+template <typename F> void forEachPattern(std::string_view patternList, F&& each) {
     std::size_t start = 0;
     while (start <= patternList.size()) {
         std::size_t end = patternList.find(';', start);
         if (end == std::string_view::npos)
             end = patternList.size();
         std::string_view pattern = patternList.substr(start, end - start);
+        start = end + 1;
         while (!pattern.empty() && pattern.front() == ' ')
             pattern.remove_prefix(1);
         while (!pattern.empty() && pattern.back() == ' ')
             pattern.remove_suffix(1);
-        if (!pattern.empty() && wildcardMatch(name, pattern))
-            return true;
-        start = end + 1;
+        const bool excluded = !pattern.empty() && pattern.front() == '!';
+        if (excluded)
+            pattern.remove_prefix(1);
+        const bool directory = !pattern.empty() && pattern.back() == '/';
+        if (directory)
+            pattern.remove_suffix(1);
+        if (!pattern.empty())
+            each(pattern, excluded, directory);
     }
-    return false;
+}
+
+// Whether a name of the kind asked for passes the list: it matches no exclusion
+// of that kind, and matches an inclusion of that kind unless the list has none
+// (then, if the list holds anything at all, every name passes).
+bool passes(std::string_view name, std::string_view patternList, bool directories) {
+    bool anyPattern = false, anyInclusion = false, included = false, excluded = false;
+    forEachPattern(patternList, [&](std::string_view pattern, bool exclusion, bool directory) {
+        anyPattern = true;
+        if (directory != directories || excluded)
+            return;
+        if (exclusion) {
+            excluded = wildcardMatch(name, pattern);
+        } else {
+            anyInclusion = true;
+            included = included || wildcardMatch(name, pattern);
+        }
+    });
+    if (excluded)
+        return false;
+    return anyInclusion ? included : (directories || anyPattern);
+}
+
+} // namespace
+
+bool matchesPatternList(std::string_view name, std::string_view patternList) {
+    return passes(name, patternList, false);
+}
+
+bool directoryPassesPatternList(std::string_view name, std::string_view patternList) {
+    return passes(name, patternList, true);
 }
 
 void sortListNames(std::vector<std::string>& names) {

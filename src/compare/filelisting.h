@@ -17,9 +17,17 @@ std::string normalizeDirectoryPath(const std::string& path);
 // The directory that holds `path` ("/" for a top-level entry).
 std::string parentPath(std::string_view path);
 
-// True when `name` matches one of the ";"-separated wildcard patterns ("*" and "?",
-// letter case ignored; "*.*" matches every name, with or without a dot).
+// True when the file name `name` passes the ";"-separated wildcard patterns ("*"
+// and "?", letter case ignored; "*.*" matches every name, with or without a dot):
+// it matches one of them and none of those that begin with "!" ("*.*;!*.o").
+// A list of exclusions alone lets every other name through. Patterns ending in
+// "/" are for directories and are passed over here.
 bool matchesPatternList(std::string_view name, std::string_view patternList);
+
+// The same for a sub-directory name, by the patterns that end in "/" only:
+// "!node_modules/" keeps that directory out of a walk; without such patterns
+// every directory passes.
+bool directoryPassesPatternList(std::string_view name, std::string_view patternList);
 
 // Sorts names as the lists show them: by upper-cased name (ordinal), then by name.
 void sortListNames(std::vector<std::string>& names);

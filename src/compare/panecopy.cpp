@@ -6,6 +6,8 @@
 #include "platform/runtimeerror.h"
 #include "platform/textutil.h"
 
+#include <sys/stat.h>
+
 namespace pv {
 
 const char* const kCopySelectFirst = "Please select an item form either of the file lists";
@@ -37,6 +39,11 @@ std::optional<CopyPlan> planCopy(const CopyPane& left, const CopyPane& right,
     for (const std::string& existing : to.names)
         if (toUpper(existing) == upper)
             plan.overwrite = true;
+    // The list may be older than the directory: a script or another program may
+    // have made the file since it was read.
+    struct stat st {};
+    if (::lstat(plan.destination.c_str(), &st) == 0)
+        plan.overwrite = true;
     return plan;
 }
 

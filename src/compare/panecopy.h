@@ -32,7 +32,8 @@ struct CopyPlan {
     int direction = kLeftToRight;
     std::string source;
     std::string destination;
-    bool overwrite = false; // the destination list already shows the name (any case)
+    // The destination list shows the name (any case) or the destination exists.
+    bool overwrite = false;
 };
 
 // The plan for a press of "Copy Selected"; nullopt when no file is selected or no

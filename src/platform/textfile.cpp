@@ -34,67 +34,70 @@ std::string readFileBytes(const std::string& path) {
 }
 
 void writeFileAtomic(const std::string& path, std::string_view bytes) {
-    std::string tmpl = path + ".XXXXXX";
-    int fd = ::mkstemp(tmpl.data());
-    if (fd < 0)
-        throw RuntimeError::fromErrno(errno, path);
-    const char* p = bytes.data();
-    size_t left = bytes.size();
-    while (left > 0) {
-        ssize_t w = ::write(fd, p, left);
-        if (w < 0) {
-            if (errno == EINTR)
-                continue;
-            int err = errno;
-            ::close(fd);
-            ::unlink(tmpl.c_str());
-            throw RuntimeError::fromErrno(err, path);
-        }
-        p += w;
-        left -= static_cast<size_t>(w);
-    }
-    // mkstemp creates the file 0600; a settings or script file should have the
-    // usual permissions the user's umask gives.
-    mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(fd, 0666 & ~mask);
-    if (::close(fd) != 0) {
-        int err = errno;
-        ::unlink(tmpl.c_str());
-        throw RuntimeError::fromErrno(err, path);
-    }
-    if (::rename(tmpl.c_str(), path.c_str()) != 0) {
-        int err = errno;
-        ::unlink(tmpl.c_str());
-        throw RuntimeError::fromErrno(err, path);
-    }
+    TextFileWriter file(path, TextFileWriter::Mode::ReplaceOnClose);
+    file.write(bytes);
+    file.close();
 }
 
 TextFileWriter::TextFileWriter(const std::string& path, Mode mode) { open(path, mode); }
 
 TextFileWriter::~TextFileWriter() {
+    abandon();
     if (m_file)
         std::fclose(m_file);
 }
 
 TextFileWriter::TextFileWriter(TextFileWriter&& other) noexcept
-    : m_file(std::exchange(other.m_file, nullptr)), m_path(std::move(other.m_path)) {}
+    : m_file(std::exchange(other.m_file, nullptr)), m_path(std::move(other.m_path)),
+      m_temporary(std::exchange(other.m_temporary, {})) {}
 
 TextFileWriter& TextFileWriter::operator=(TextFileWriter&& other) noexcept {
     if (this != &other) {
+        abandon();
         if (m_file)
             std::fclose(m_file);
         m_file = std::exchange(other.m_file, nullptr);
         m_path = std::move(other.m_path);
+        m_temporary = std::exchange(other.m_temporary, {});
     }
     return *this;
 }
 
+void TextFileWriter::abandon() {
+    if (m_temporary.empty())
+        return;
+    std::fclose(std::exchange(m_file, nullptr));
+    ::unlink(m_temporary.c_str());
+    m_temporary.clear();
+}
+
 void TextFileWriter::open(const std::string& path, Mode mode) {
+    abandon();
     close();
-    std::FILE* f = std::fopen(path.c_str(), mode == Mode::Replace ? "wb" : "ab");
-    if (!f)
-        throw RuntimeError::fromErrno(errno, path);
+    std::FILE* f = nullptr;
+    if (mode == Mode::ReplaceOnClose) {
+        std::string temporary = path + std::string(kTemporaryInfix) + "XXXXXX";
+        int fd = ::mkstemp(temporary.data());
+        if (fd < 0)
+            throw RuntimeError::fromErrno(errno, path);
+        // mkstemp creates the file 0600; a settings or script file should have
+        // the usual permissions the user's umask gives.
+        mode_t mask = ::umask(0);
+        ::umask(mask);
+        ::fchmod(fd, 0666 & ~mask);
+        f = ::fdopen(fd, "wb");
+        if (!f) {
+            int err = errno;
+            ::close(fd);
+            ::unlink(temporary.c_str());
+            throw RuntimeError::fromErrno(err, path);
+        }
+        m_temporary = std::move(temporary);
+    } else {
+        f = std::fopen(path.c_str(), mode == Mode::Replace ? "wb" : "ab");
+        if (!f)
+            throw RuntimeError::fromErrno(errno, path);
+    }
     m_file = f;
     m_path = path;
 }
@@ -115,8 +118,15 @@ void TextFileWriter::close() {
     if (!m_file)
         return;
     std::FILE* f = std::exchange(m_file, nullptr);
-    if (std::fclose(f) != 0)
-        throw RuntimeError::fromErrno(errno, m_path);
+    const std::string temporary = std::exchange(m_temporary, {});
+    int err = std::fclose(f) != 0 ? errno : 0;
+    if (err == 0 && !temporary.empty() && ::rename(temporary.c_str(), m_path.c_str()) != 0)
+        err = errno;
+    if (err != 0) {
+        if (!temporary.empty())
+            ::unlink(temporary.c_str());
+        throw RuntimeError::fromErrno(err, m_path);
+    }
 }
 
 } // namespace pv

@@ -15,6 +15,10 @@ std::string readFileBytes(const std::string& path);
 // Reads a whole file, or returns false when it does not exist or cannot be read.
 bool tryReadFileBytes(const std::string& path, std::string& bytes);
 
+// What a file replaced in one step is first written as, beside it: the file's
+// name, this infix and six random characters ("Pairview.cmd.new-Ab12cD").
+inline constexpr std::string_view kTemporaryInfix = ".new-";
+
 // Replaces a file's contents in one step: the bytes go to a temporary file in the
 // same directory, which is then renamed over the target, so a reader never sees a
 // half-written file and a full disk leaves the old file intact.
@@ -23,9 +27,12 @@ void writeFileAtomic(const std::string& path, std::string_view bytes);
 
 // A sequential text file: every writeLine ends with CR LF. Opened for replace
 // (truncate) or append; throws RuntimeError when the file cannot be opened or written.
+// ReplaceOnClose writes to a temporary file beside the target and renames it over
+// the target at close(): until then, and for good when the writer is dropped or
+// opened again without close(), the target keeps its old contents.
 class TextFileWriter {
 public:
-    enum class Mode { Replace, Append };
+    enum class Mode { Replace, Append, ReplaceOnClose };
 
     TextFileWriter() = default;
     TextFileWriter(const std::string& path, Mode mode);
@@ -43,8 +50,12 @@ public:
     const std::string& path() const { return m_path; }
 
 private:
+    // Drops a ReplaceOnClose file that was not closed: the target stays as it was.
+    void abandon();
+
     std::FILE* m_file = nullptr;
     std::string m_path;
+    std::string m_temporary; // the ReplaceOnClose file until close() renames it
 };
 
 } // namespace pv

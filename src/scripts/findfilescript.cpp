@@ -1,6 +1,7 @@
 #include "scripts/findfilescript.h"
 
 #include "compare/filelisting.h"
+#include "compare/scripttext.h"
 #include "scripts/scripttext.h"
 
 namespace pv {
@@ -10,6 +11,7 @@ std::string findFileScriptText(const FindFileScript& s) {
     const std::string dashes = "echo " + std::string(83, '-') + " >> " + q;
     const std::string minus = "echo - >> " + q;
     const bool network = isNetworkPath(s.directory);
+    const std::string searched = scriptEscaped(s.searchText);
 
     ScriptText t;
     t.entry(1, "rem ---------- Start " + s.now + " -----------", 1);
@@ -21,14 +23,14 @@ std::string findFileScriptText(const FindFileScript& s) {
         t.entry(1, "cd " + inQuotes(s.directory), 1);
         t.entry(1, s.drive, 0);
     }
-    t.entry(2, "echo starting at : " + s.directory + " >> " + q, 1);
+    t.entry(2, "echo starting at : " + scriptEscaped(s.directory) + " >> " + q, 1);
     t.entry(2, dashes, 1);
     t.entry(2, dashes, 1);
-    t.entry(2, "echo searchFile = '" + s.searchText + "' >> " + q, 1);
+    t.entry(2, "echo searchFile = '" + searched + "' >> " + q, 1);
     t.entry(2, dashes, 1);
     t.entry(2, minus, 1);
     t.entry(2, minus, 1);
-    t.entry(1, "DIR " + s.switches + " " + s.searchText + "  >> " + q, 0);
+    t.entry(1, "DIR " + s.switches + " " + searched + "  >> " + q, 0);
     for (int i = 0; i < 4; ++i)
         t.entry(2, minus, 1);
     t.entry(2, dashes, 1);

@@ -1,6 +1,7 @@
 #include "scripts/findtextscript.h"
 
 #include "compare/filelisting.h"
+#include "compare/scripttext.h"
 #include "scripts/scripttext.h"
 
 #include <algorithm>
@@ -41,9 +42,9 @@ std::string findTextScriptText(const FindTextScript& s) {
         t.entry(1, "cd " + inQuotes(s.directory), 1);
         t.entry(1, s.drive, 0);
     }
-    t.entry(2, "echo starting at : " + s.directory + " >> " + q, 1);
+    t.entry(2, "echo starting at : " + scriptEscaped(s.directory) + " >> " + q, 1);
     t.entry(2, dashes, 1);
-    t.entry(2, "echo searchText = '" + s.searchText + "' >> " + q, 1);
+    t.entry(2, "echo searchText = '" + scriptEscaped(s.searchText) + "' >> " + q, 1);
     t.entry(2, dashes, 1);
     t.entry(2, minus, 1);
     t.entry(2, minus, 1);
@@ -52,7 +53,7 @@ std::string findTextScriptText(const FindTextScript& s) {
         std::string masks = s.pattern;
         std::replace(masks.begin(), masks.end(), ';', ' ');
         t.entry(2, minus, 1);
-        t.entry(1, findstr + masks + " >> " + q, 0);
+        t.entry(1, findstr + scriptEscaped(masks) + " >> " + q, 0);
         t.entry(2, minus, 1);
     } else {
         const std::string banner = std::string(83, '-');
@@ -64,13 +65,13 @@ std::string findTextScriptText(const FindTextScript& s) {
             t.entry(2, minus, 1);
             t.entry(2, "echo  " + banner + " >> " + q, 1);
             t.entry(2,
-                    "echo  ---------- Multi delimiter seperator Looking for " + piece +
-                        " ----------- >> " + q,
+                    "echo  ---------- Multi delimiter seperator Looking for " +
+                        scriptEscaped(piece) + " ----------- >> " + q,
                     1);
             t.entry(2, "echo  " + banner + "  >> " + q, 1);
             t.entry(2, minus, 1);
             t.entry(2, minus, 1);
-            t.entry(1, findstr + piece + " >> " + q, 0);
+            t.entry(1, findstr + scriptEscaped(piece) + " >> " + q, 0);
             t.entry(2, minus, 1);
             t.entry(2, minus, 1);
         }

@@ -12,6 +12,7 @@
 #include "scripts/findtextscript.h"
 #include "scripts/toolswitches.h"
 #include "scripts/xcopyscript.h"
+#include "settings/inifile.h"
 #include "settings/settings.h"
 
 namespace pv {
@@ -48,13 +49,13 @@ ScriptCommands::beginSearch(const ScriptWindow& w, const char* prompt, const cha
         prompter().message(kEmptyNotSearched, title);
         return std::nullopt;
     }
-    // A line break would end the script line; inside the quotes of findstr's /c:
-    // a double quote would end the search string. Such a text is not searched
-    // for, and the stored one stays.
-    std::string why =
-        answer->find_first_of("\r\n") != std::string::npos         ? "the text holds a line break"
-        : quotedInScript && answer->find('"') != std::string::npos ? "the text holds a double quote"
-                                                                   : "";
+    // A line break would end the script line, an unmatched double quote swallow
+    // its redirection; inside the quotes of findstr's /c: any double quote would
+    // end the search string. Such a text is not searched for, and the stored one
+    // stays.
+    std::string why = scriptTextRefusal(*answer);
+    if (why.empty() && quotedInScript && answer->find('"') != std::string::npos)
+        why = "the text holds a double quote";
     if (!why.empty()) {
         prompter().message("Not searched for: " + why, title, MessageIcon::Exclamation);
         return std::nullopt;
@@ -70,7 +71,8 @@ ScriptCommands::beginSearch(const ScriptWindow& w, const char* prompt, const cha
 }
 
 std::string ScriptCommands::editor() const {
-    return scriptEditor(m_settings.GetIniValue(kApplication, "EDITOR", "Write.exe"));
+    // The editor's name stands unquoted at the start of a script line.
+    return scriptEscaped(scriptEditor(m_settings.GetIniValue(kApplication, "EDITOR", "Write.exe")));
 }
 
 long ScriptCommands::run(const ScriptRun& run, const char* title) {
@@ -119,6 +121,11 @@ long ScriptCommands::FindTheText(const ScriptWindow& w) {
     s.searchText = search->text;
     s.switches = findstrSwitchString(switchesIn(m_settings, "FINDCONTROL"));
     s.pattern = m_settings.GetIniValue("LASTFILE" + w.tag, "FILEPATTERN", "*.*");
+    if (std::string why = scriptTextRefusal(s.pattern); !why.empty()) {
+        prompter().message("Not searched with the file pattern " + s.pattern + ": " + why, title,
+                           MessageIcon::Exclamation);
+        return 0;
+    }
     s.breakout = w.breakout;
     s.capturePath = perWindowFileName(w.findTextCapture, w.tag);
     s.editor = editor();
@@ -171,6 +178,14 @@ long ScriptCommands::RunShell(const ScriptWindow& w) {
             fileToOpen(selection(w.left), selection(w.right), w.rightClickedLast);
         if (!command) {
             prompter().message(kSelectFileToRun);
+            return 0;
+        }
+        // The parameters are kept under the file's path: a path that would add
+        // lines or sections to the settings file is not run.
+        if (std::string why = ini::nameRefusal(*command, true); !why.empty()) {
+            prompter().message("Cannot run " + *command +
+                                   ": its path cannot be kept in the settings file, " + why,
+                               kProgramTitle, MessageIcon::Exclamation);
             return 0;
         }
         std::string parameters = m_settings.read("SHELLSCRIPTS", *command);

@@ -25,7 +25,7 @@ XcopyScriptText xcopyScriptText(const XcopyScript& s) {
             continue;
         }
         t.entry(1,
-                "XCOPY " + inQuotes(s.leftDir + "/" + item) + " " + destination + " " +
+                "XCOPY " + scriptArgument(s.leftDir + "/" + item) + " " + destination + " " +
                     s.parameters + " >> " + r,
                 0);
     }

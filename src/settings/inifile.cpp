@@ -1,6 +1,9 @@
 #include "settings/inifile.h"
+
+#include "editor/textcodec.h"
 #include "platform/textutil.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace pv::ini {
@@ -161,6 +164,74 @@ std::string writeValue(std::string_view text, std::string_view section, std::str
             emit(entry);
     }
     return out;
+}
+
+namespace {
+
+constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
+
+// Control bytes no settings text holds: everything below a blank but tab, line
+// ends, form feed and the old end-of-file mark.
+bool isBinaryByte(char c) {
+    const auto b = static_cast<unsigned char>(c);
+    return b < 0x20 && b != '\t' && b != '\n' && b != '\r' && b != '\f' && b != 0x1A;
+}
+
+} // namespace
+
+FileText decodeFile(std::string_view bytes) {
+    FileText f;
+    if (bytes.substr(0, 2) == "\xFF\xFE" || bytes.substr(0, 2) == "\xFE\xFF") {
+        DecodedText d = decodeText(bytes);
+        f.text = std::move(d.text);
+        f.encoding = d.format.encoding == TextEncoding::Utf16BE ? FileEncoding::Utf16BE
+                                                                : FileEncoding::Utf16LE;
+    } else if (bytes.substr(0, 3) == kUtf8Bom) {
+        f.text = bytes.substr(3);
+        f.encoding = FileEncoding::Utf8Bom;
+    } else {
+        f.text = bytes;
+    }
+    if (f.text.find('\0') != std::string::npos)
+        f.foreign = "it is not a text file (NUL bytes: UTF-16 text needs a byte-order mark)";
+    else if (std::any_of(f.text.begin(), f.text.end(), isBinaryByte))
+        f.foreign = "it is not a text file (control characters)";
+    return f;
+}
+
+std::string encodeFile(std::string_view text, FileEncoding encoding) {
+    switch (encoding) {
+    case FileEncoding::Bytes:
+        break;
+    case FileEncoding::Utf8Bom:
+        return std::string(kUtf8Bom) + std::string(text);
+    case FileEncoding::Utf16LE:
+    case FileEncoding::Utf16BE: {
+        // The text's own CR LF stay as they are.
+        TextFormat format{encoding == FileEncoding::Utf16BE ? TextEncoding::Utf16BE
+                                                            : TextEncoding::Utf16LE,
+                          LineEnd::Lf};
+        return encodeText(text, format);
+    }
+    }
+    return std::string(text);
+}
+
+std::string nameRefusal(std::string_view name, bool isKey) {
+    const std::string_view what = isKey ? "the key" : "the section";
+    std::string_view trimmed = trim(name);
+    std::string why;
+    if (name.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos)
+        why = "holds a line break";
+    else if (!trimmed.empty() && trimmed.front() == '=')
+        why = "begins with \"=\"";
+    else if (!trimmed.empty() && trimmed.front() == '[')
+        why = "begins with \"[\"";
+    else if (name.find(']') != std::string_view::npos)
+        why = "holds \"]\"";
+    else if (isKey && name.find('=') != std::string_view::npos)
+        why = "holds \"=\"";
+    return why.empty() ? why : std::string(what) + " " + why;
 }
 
 } // namespace pv::ini

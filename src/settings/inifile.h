@@ -27,4 +27,26 @@ std::string readValue(std::string_view text, std::string_view section, std::stri
 std::string writeValue(std::string_view text, std::string_view section, std::string_view key,
                        std::string_view value);
 
+// How a settings file's bytes are stored: as they are (UTF-8 or the system's
+// 8-bit code page), or with a byte-order mark the file is written back with.
+enum class FileEncoding { Bytes, Utf8Bom, Utf16LE, Utf16BE };
+
+struct FileText {
+    std::string text; // what readValue and writeValue work on
+    FileEncoding encoding = FileEncoding::Bytes;
+    // Why the bytes are not text this reader understands (binary data, UTF-16
+    // without a byte-order mark), or empty.
+    std::string foreign;
+};
+
+FileText decodeFile(std::string_view bytes);
+// The bytes of a text in the encoding it was read in.
+std::string encodeFile(std::string_view text, FileEncoding encoding);
+
+// Why a section or key name cannot be written, or empty: a line break, a NUL
+// byte, "=" or "[" at its start or "]" in it would let the name add lines or
+// sections to the file. A key name may not hold "=" anywhere either: the reader
+// would end the name there and never find it again.
+std::string nameRefusal(std::string_view name, bool isKey);
+
 } // namespace pv::ini

@@ -5,6 +5,7 @@
 #include "settings/inifile.h"
 
 #include "platform/prompter.h"
+#include "platform/runtimeerror.h"
 
 #include <cctype>
 #include <cerrno>
@@ -19,11 +20,49 @@
 
 namespace pv {
 
+namespace {
+
+// The settings files found unreadable in this run, each shown once and never
+// written: writing one would replace every setting in it with the defaults.
+std::set<std::string>& unreadableFiles() {
+    static std::set<std::string> files;
+    return files;
+}
+
+// The file's text, empty for a missing file; false (after the one message of the
+// run for that file) when the file exists but cannot be read or understood.
+bool loadText(const std::string& path, ini::FileText& file) {
+    if (unreadableFiles().count(path))
+        return false;
+    std::string bytes;
+    errno = 0;
+    std::string reason;
+    if (!tryReadFileBytes(path, bytes)) {
+        if (errno == ENOENT || errno == ENOTDIR) {
+            file = {};
+            return true;
+        }
+        reason = std::strerror(errno ? errno : EIO);
+    } else {
+        file = ini::decodeFile(bytes);
+        reason = file.foreign;
+    }
+    if (reason.empty())
+        return true;
+    unreadableFiles().insert(path);
+    prompter().message("Cannot read the settings file " + path + ": " + reason +
+                           ". Settings will not be saved in this run.",
+                       kProgramTitle, MessageIcon::Exclamation);
+    return false;
+}
+
+} // namespace
+
 std::string Settings::read(std::string_view section, std::string_view key) const {
-    std::string text;
-    if (m_path.empty() || !tryReadFileBytes(m_path, text))
+    ini::FileText file;
+    if (m_path.empty() || !loadText(m_path, file))
         return {};
-    return ini::readValue(text, section, key);
+    return ini::readValue(file.text, section, key);
 }
 
 std::string Settings::GetIniValue(std::string_view section, std::string_view key,
@@ -40,7 +79,6 @@ std::string Settings::GetIniValueMin2(std::string_view section, std::string_view
 
 namespace {
 
-constexpr std::string_view kTemporaryInfix = ".new-";
 bool g_failureShown = false;
 
 // The first failed write of a run is shown; the later ones, likely the same
@@ -57,36 +95,15 @@ void reportWriteFailure(const std::string& path, const std::string& reason) {
               << std::endl;
 }
 
-// Replaces the file through a temporary file beside it (NAME.new-XXXXXX) and a
-// rename, so that a reader never sees half a file. Returns why it failed, or "".
+// Replaces the file through a temporary file beside it and a rename, so that a
+// reader never sees half a file. Returns why it failed, or "".
 std::string replaceFile(const std::string& path, const std::string& bytes) {
-    std::string temporary = path + std::string(kTemporaryInfix) + "XXXXXX";
-    int fd = ::mkstemp(temporary.data());
-    if (fd < 0)
-        return std::strerror(errno);
-    const char* p = bytes.data();
-    size_t left = bytes.size();
-    int error = 0;
-    while (left > 0 && error == 0) {
-        ssize_t w = ::write(fd, p, left);
-        if (w < 0 && errno != EINTR)
-            error = errno;
-        if (w > 0) {
-            p += w;
-            left -= static_cast<size_t>(w);
-        }
+    try {
+        writeFileAtomic(path, bytes);
+        return {};
+    } catch (const RuntimeError& e) {
+        return std::strerror(e.number());
     }
-    // mkstemp makes the file 0600; the settings file gets what the umask allows.
-    mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(fd, 0666 & ~mask);
-    if (::close(fd) != 0 && error == 0)
-        error = errno;
-    if (error == 0 && ::rename(temporary.c_str(), path.c_str()) != 0)
-        error = errno;
-    if (error != 0)
-        ::unlink(temporary.c_str());
-    return error == 0 ? std::string() : std::strerror(error);
 }
 
 // Removes what writes killed half-way left behind: NAME.new-XXXXXX beside the file.
@@ -128,11 +145,18 @@ class WriteLock {
 
 void Settings::startRun() {
     g_failureShown = false;
+    unreadableFiles().clear();
 }
 
 bool Settings::write(std::string_view section, std::string_view key, std::string_view value) const {
     if (m_path.empty())
         return false;
+    for (auto [name, isKey] : {std::pair{section, false}, std::pair{key, true}})
+        if (std::string why = ini::nameRefusal(name, isKey); !why.empty()) {
+            reportWriteFailure(m_path,
+                               "[" + std::string(section) + "] " + std::string(key) + ": " + why);
+            return false;
+        }
     // The file is replaced by renaming a new one over it; a settings file that is a
     // symbolic link must stay one, so the link's target is what gets replaced.
     std::string target = m_path;
@@ -146,9 +170,11 @@ bool Settings::write(std::string_view section, std::string_view key, std::string
     static std::set<std::string> cleaned;
     if (cleaned.insert(target).second)
         removeStaleTemporaries(target);
-    std::string text;
-    tryReadFileBytes(target, text); // a missing file is created by the first write
-    std::string failure = replaceFile(target, ini::writeValue(text, section, key, value));
+    ini::FileText file; // a missing file is created by the first write
+    if (!loadText(m_path, file))
+        return false;
+    std::string failure = replaceFile(
+        target, ini::encodeFile(ini::writeValue(file.text, section, key, value), file.encoding));
     if (failure.empty())
         return true;
     reportWriteFailure(m_path, failure);

@@ -15,7 +15,11 @@ class Settings {
     void setPath(std::string path) { m_path = std::move(path); }
 
     // The raw private-profile read: at most 254 characters of the value, blanks
-    // trimmed; empty when the file, section or key is missing.
+    // trimmed; empty when the file, section or key is missing. A file that exists
+    // but cannot be read, or is not text the reader understands, reads as empty,
+    // is reported once ("Cannot read the settings file PATH: REASON. Settings will
+    // not be saved in this run.") and is never written in this run. A file with a
+    // UTF-16 or UTF-8 byte-order mark is read and written in its own encoding.
     std::string read(std::string_view section, std::string_view key) const;
 
     // The value, or `def` unchanged when the trimmed value is empty.
@@ -30,7 +34,9 @@ class Settings {
     // file and a rename; the first write of a run to a file also removes temporary
     // files that an interrupted write left. Returns false when the write failed:
     // the first failure of a run is shown in a message naming the file and the
-    // reason, later ones go to the error output.
+    // reason, later ones go to the error output. A section or key name that
+    // could add lines or sections to the file (see ini::nameRefusal) is such a
+    // failure: nothing is written.
     bool write(std::string_view section, std::string_view key, std::string_view value) const;
 
     // Starts a new run for the one-message rule of failed writes (the program

@@ -51,12 +51,20 @@ TEST(StartRequest, HelpVersionAndUnknownDoubleDashOptions) {
         {"help_after_ini", {"-ini", "a.ini", "--help"}, Kind::Help},
         {"version", {"--version"}, Kind::Version},
         {"unknown", {"--frobnicate", "--help"}, Kind::Error},
+        // The path is read word by word later: a blank would cut it short.
+        {"settings_path_with_blank", {"-ini", "/tmp/my ini.ini"}, Kind::Error},
+        {"settings_path_with_tab", {"/INI", "my\tini.ini"}, Kind::Error},
     };
     for (const Row& r : rows)
         EXPECT_EQ(pv::startRequest(r.args).kind, r.kind) << r.name;
     EXPECT_NE(pv::startRequest({"--help"}).text.find("PAIRVIEW_HOME"), std::string::npos);
     EXPECT_EQ(pv::startRequest({"--version"}).text,
               std::string("pairview ") + PAIRVIEW_VERSION + "\n");
+    EXPECT_EQ(pv::startRequest({"--help"}).text.rfind("Usage: pairview [-ini FILE]\n\nCompares", 0),
+              0u);
+    EXPECT_EQ(pv::startRequest({"-ini", "/tmp/my ini.ini"}).text,
+              "pairview: the settings path cannot contain blanks: /tmp/my ini.ini\n"
+              "Usage: pairview [-ini FILE]\n");
     EXPECT_EQ(pv::startRequest({"--frobnicate"}).text,
               "pairview: unknown option --frobnicate (see pairview --help)\n");
 }

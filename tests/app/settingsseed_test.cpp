@@ -1,4 +1,5 @@
 #include "app/settingsseed.h"
+#include "compare/compareoptions.h"
 #include "settings/settings.h"
 #include "support/temptree.h"
 
@@ -12,10 +13,15 @@ TEST(SettingsSeed, OnlyANewFileIsSeeded) {
     EXPECT_TRUE(pv::seedNewSettingsFile(fresh));
     EXPECT_EQ(fresh.read("APPLICATION", "FILEPATTERNLIST"), pv::kSeedPatternList);
     EXPECT_EQ(fresh.read("EDITORS", "ITEM0"), "Write.exe");
+    // A first compare goes by time and length.
+    EXPECT_TRUE(pv::readCompareOptions(fresh).listDateTime);
+    EXPECT_TRUE(pv::readCompareOptions(fresh).listLength);
     EXPECT_FALSE(pv::seedNewSettingsFile(fresh));
 
     dir.write("empty.ini", "");
     pv::Settings empty(dir / "empty.ini");
     EXPECT_FALSE(pv::seedNewSettingsFile(empty));
     EXPECT_EQ(empty.read("APPLICATION", "FILEPATTERNLIST"), "");
+    EXPECT_FALSE(pv::readCompareOptions(empty).listDateTime);
+    EXPECT_FALSE(pv::readCompareOptions(empty).listLength);
 }

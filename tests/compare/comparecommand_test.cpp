@@ -24,7 +24,11 @@ class FakePanes : public ComparePanes {
             throw RuntimeError(2, "No such file or directory");
         return {left, right, files[left], files[right]};
     }
-    std::string moveLeft(const std::string& d) override { return left = d; }
+    std::string moveLeft(const std::string& d) override {
+        if (d.ends_with("locked"))
+            throw RuntimeError(13, "Permission denied");
+        return left = d;
+    }
     std::string moveRight(const std::string& d) override {
         if (!files.count(d))
             throw RuntimeError(2, "No such file or directory");
@@ -40,11 +44,13 @@ struct Fixture {
     pvtest::RecordingObserver observer;
     FakePanes panes;
     int starts = 0;
+    std::map<std::string, std::string> attributes; // by path; "" when not given
     DirectoryCompare compare{observer, CompareFiles::forWindow(home.str(), ""),
                              [this](const std::string&) { return ++starts, 9L; },
-                             [](const std::string&) { return std::string(); }};
+                             [this](const std::string& path) { return attributes[path]; }};
+    DirectoryCompare::Call call;
     CompareTotals run(bool sub) {
-        CompareCommand command(compare, observer, panes, [] { return DirectoryCompare::Call{}; });
+        CompareCommand command(compare, observer, panes, [this] { return call; });
         return command.run(sub);
     }
 };
@@ -85,7 +91,7 @@ TEST(CompareCommand, SubDirectoryRunWalksRestoresAndStartsOnce) {
     EXPECT_EQ(f.panes.left, "/l");
     EXPECT_EQ(f.panes.right, "/r");
     EXPECT_EQ(f.observer.lines.front().rfind("Start\t", 0), 0u);
-    EXPECT_EQ(f.observer.lines.back().rfind("end of subdirectory compare\t", 0), 0u);
+    EXPECT_EQ(f.observer.lines.back(), " there were 0 unreadable sub directories");
     EXPECT_EQ(f.observer.cntl, "");
     // Replace in a sub-directory run: the results file gets the start lines once,
     // when the script is complete.
@@ -109,7 +115,6 @@ TEST(CompareCommand, WalkReportsProgressAndStopsWhenTheUserCancels) {
     using Steps = std::vector<std::pair<long, long>>;
     EXPECT_EQ(f.observer.walk, (Steps{{1, 3}, {2, 4}, {3, 4}, {4, 4}}));
     EXPECT_EQ(f.observer.walksEnded, 1);
-    EXPECT_EQ(f.observer.lines.back().rfind("end of subdirectory compare\t", 0), 0u);
 
     // Cancelled at the second report: the walk stops before its next level and
     // the list says how far it got.
@@ -120,7 +125,43 @@ TEST(CompareCommand, WalkReportsProgressAndStopsWhenTheUserCancels) {
     EXPECT_EQ(f.observer.walk.size(), 2u);
     EXPECT_EQ(f.panes.left, "/l");
     const auto& lines = f.observer.lines;
-    ASSERT_GE(lines.size(), 2u);
-    EXPECT_EQ(lines[lines.size() - 2].rfind("Compare stopped after 2 of 4 directories\t", 0), 0u);
-    EXPECT_EQ(lines.back().rfind("end of subdirectory compare\t", 0), 0u);
+    const size_t totals = totalsBlock(t).size();
+    ASSERT_GE(lines.size(), 2u + totals);
+    EXPECT_EQ(lines[lines.size() - 2 - totals].rfind("Compare stopped after 2 of 4 directories\t", 0),
+              0u);
+    EXPECT_EQ(lines[lines.size() - 1 - totals].rfind("end of subdirectory compare\t", 0), 0u);
+}
+
+// Directories the pattern leaves out are neither walked nor reported, on either
+// side; the totals after the walk count every kind of line once.
+TEST(CompareCommand, WalkLeavesOutExcludedDirectoriesAndEndsWithTheTotals) {
+    Fixture f;
+    f.panes.files = {{"/l", {"same", "changed", "left"}},
+                     {"/r", {"same", "changed", "right"}},
+                     {"/l/x", {"a", "b"}},
+                     {"/r/x", {"b", "c", "d"}},
+                     {"/l/node_modules", {"n"}},
+                     {"/r/node_modules", {"m"}}};
+    f.panes.subdirs = {{"/l", {"/l/x", "/l/gone", "/l/locked", "/l/node_modules"}},
+                       {"/r", {"/r/x", "/r/extra", "/r/node_modules"}}};
+    f.attributes = {{"/l/changed", "1"}, {"/r/changed", "2"}};
+    f.call.pattern = "*.*;!node_modules/";
+    CompareTotals t = f.run(true);
+    for (const std::string& line : f.observer.lines)
+        EXPECT_EQ(line.find("node_modules"), std::string::npos) << line;
+    EXPECT_EQ(t.pairs, 2);
+    const std::vector<std::string> expected = {"Total stats:",
+                                               " there were 2 directories compared",
+                                               " there were 2 files matched",
+                                               " there were 1 files different",
+                                               " there were 2 files in directory one only",
+                                               " there were 3 files in directory two only",
+                                               " there were 2 unmatched sub directories",
+                                               " there were 1 unreadable sub directories"};
+    const auto& lines = f.observer.lines;
+    ASSERT_GT(lines.size(), expected.size());
+    EXPECT_EQ(lines[lines.size() - expected.size() - 1].rfind("end of subdirectory compare\t", 0),
+              0u);
+    EXPECT_EQ(std::vector<std::string>(lines.end() - long(expected.size()), lines.end()), expected);
+    EXPECT_FALSE(t.allMatched());
 }

@@ -2,10 +2,14 @@
 #include "compare/linesink.h"
 #include "platform/process.h"
 #include "recordingobserver.h"
+#include "support/temptree.h"
+#include "support/unprivileged.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <map>
+#include <sys/stat.h>
 
 using namespace pv;
 
@@ -206,4 +210,173 @@ TEST(CompareEngine, NameEndingInBackslashSplitsBackToItself) {
     ASSERT_GE(words.size(), 5u);
     EXPECT_EQ(words[3], "/a/tail\\\\");
     EXPECT_EQ(words[4], "/b/tail\\\\");
+}
+
+namespace {
+
+// One pair "f", its attributes given as facts: the text shows the time and
+// length as the listing would, so texts differ whenever either does.
+EngineRun compareFacts(const CompareOptions& options, EntryAttributes one, EntryAttributes two) {
+    EngineRun r;
+    CompareEngine engine(options, [&](const std::string& dir, const std::vector<std::string>&) {
+        EntryAttributes e = dir == "/a" ? one : two;
+        if (e.found)
+            e.text = std::to_string(e.time) + " - " + std::to_string(e.length);
+        return std::vector<EntryAttributes>{e};
+    });
+    const std::vector<std::string> names = {"f"};
+    CompareInput in{"/a", "/b", &names, &names, "/prog/Pairview1.txt"};
+    r.counts = engine.run(in, r.observer, r.script);
+    return r;
+}
+
+EntryAttributes facts(std::int64_t time, std::uint64_t length = 10) {
+    EntryAttributes e;
+    e.haveTime = e.haveLength = true;
+    e.time = time;
+    e.length = length;
+    return e;
+}
+
+} // namespace
+
+TEST(CompareEngine, TimeTolerances) {
+    struct Row {
+        const char* name;
+        int window;
+        bool hourShift;
+        std::int64_t apart;
+        std::uint64_t rightLength;
+        bool matched;
+    };
+    constexpr std::int64_t hour = 3600;
+    const Row rows[] = {
+        {"no tolerance: one second is different", 0, false, 1, 10, false},
+        {"window: one second", 2, false, 1, 10, true},
+        {"window: two seconds", 2, false, -2, 10, true},
+        {"window: three seconds", 2, false, 3, 10, false},
+        {"window: equal times but lengths differ", 2, false, 1, 11, false},
+        {"hour shift: one hour", 0, true, hour, 10, true},
+        {"hour shift: two hours back", 0, true, -2 * hour, 10, true},
+        {"hour shift: three hours", 0, true, 3 * hour, 10, false},
+        {"hour shift: one hour and a second", 0, true, hour + 1, 10, false},
+        {"hour shift within the window: one hour and a second", 2, true, hour + 1, 10, true},
+        {"hour shift within the window: one hour less three seconds", 2, true, hour - 3, 10, false},
+        {"window alone: one hour", 2, false, hour, 10, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        CompareOptions o;
+        o.listDateTime = o.listLength = true;
+        o.modifyWindow = row.window;
+        o.ignoreHourShift = row.hourShift;
+        const std::int64_t t = 1'700'000'000;
+        EngineRun r = compareFacts(o, facts(t), facts(t + row.apart, row.rightLength));
+        // The attribute texts stay as they are.
+        EXPECT_EQ(r.observer.lines[0], std::string(row.matched ? "0 -matched-   0 " : "0 -different- 0 ") +
+                                           std::to_string(t) + " - 10 " +
+                                           std::to_string(t + row.apart) + " - " +
+                                           std::to_string(row.rightLength) + " f");
+    }
+}
+
+namespace {
+
+// Compares the files "l/f" and "r/f" of `dir` (or those of the sub-directories
+// named) with contents on and both switches off (empty attribute texts); the
+// lengths come from the listing unless `lengthsKnown` is false. Gives the entry line.
+std::string contentsLine(const pvtest::TempDir& dir, bool lengthsKnown = true,
+                         const std::string& left = "l", const std::string& right = "r") {
+    CompareOptions o;
+    o.listContents = true;
+    CompareEngine engine(o, [&](const std::string& d, const std::vector<std::string>& names) {
+        std::vector<EntryAttributes> entries(names.size());
+        for (size_t n = 0; n < names.size(); ++n) {
+            std::error_code ec;
+            entries[n].haveLength = lengthsKnown;
+            entries[n].length = std::filesystem::file_size(d + "/" + names[n], ec);
+        }
+        return entries;
+    });
+    const std::vector<std::string> names = {"f"};
+    pvtest::RecordingObserver observer;
+    StringLineSink script;
+    engine.run({dir / left, dir / right, &names, &names, "/prog/Pairview1.txt"}, observer, script);
+    return observer.lines.at(0);
+}
+
+void writePair(const pvtest::TempDir& dir, const std::string& left, const std::string& right) {
+    dir.write("l/f", left);
+    dir.write("r/f", right);
+}
+
+} // namespace
+
+TEST(CompareEngine, ContentsDecideWhenTheAttributesAgree) {
+    struct Row {
+        const char* name;
+        std::string left, right;
+        bool lengthsKnown;
+        std::string line;
+    };
+    const std::string big(18 << 20, 'x'); // read as ranges by both readers
+    auto changedAt = [&](size_t at) {
+        std::string s = big;
+        s[at] = 'y';
+        return s;
+    };
+    const Row rows[] = {
+        {"same bytes", "abc", "abc", true, "0 -matched-   0   f"},
+        {"equal length, different bytes", "abc", "abd", true,
+         "0 -different- 0 [contents] [contents] f"},
+        {"different length", "abc", "abcd", true, "0 -different- 0 [length] [length] f"},
+        {"different length found by the reader", "abc", "ab", false,
+         "0 -different- 0 [length] [length] f"},
+        {"empty files", "", "", false, "0 -matched-   0   f"},
+        {"large and the same", big, big, true, "0 -matched-   0   f"},
+        {"large, differing where the second range starts", big, changedAt(4 << 20), true,
+         "0 -different- 0 [contents] [contents] f"},
+        {"large, differing in the last byte", big, changedAt(big.size() - 1), true,
+         "0 -different- 0 [contents] [contents] f"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        pvtest::TempDir dir;
+        writePair(dir, row.left, row.right);
+        EXPECT_EQ(contentsLine(dir, row.lengthsKnown), row.line);
+    }
+}
+
+// A pair of different lengths is judged without opening either file: an
+// unreadable one says so only when it must be read.
+TEST(CompareEngine, UnreadableFileIsReadOnlyWhenTheLengthsAgree) {
+    pvtest::TempDir dir;
+    dir.write("l/f", "abc");
+    dir.write("r/f", "abcd");
+    dir.write("r2/f", "abc");
+    ::chmod((dir / "l/f").c_str(), 0);
+    pvtest::handToUnprivileged(dir.str());
+    const int status = pvtest::runUnprivileged([&] {
+        if (contentsLine(dir) != "0 -different- 0 [length] [length] f")
+            return 1;
+        return contentsLine(dir, true, "l", "r2") ==
+                       "0 -different- 0 Can't open the file " + std::string(20, ' ') + "f"
+                   ? 0
+                   : 2;
+    });
+    ASSERT_NE(status, pvtest::kCannotDropPrivileges);
+    EXPECT_EQ(status, 0);
+}
+
+// Failure texts that agree are never a match when contents are compared.
+TEST(CompareEngine, FailureTextsOnBothSidesAreDifferentWithContents) {
+    CompareOptions o;
+    o.listContents = true;
+    EntryAttributes gone;
+    gone.found = false;
+    gone.text = "Can't find the file";
+    EngineRun r = compareFacts(o, gone, gone);
+    EXPECT_EQ(r.counts.different, 1);
+    o.listContents = false;
+    EXPECT_EQ(compareFacts(o, gone, gone).counts.different, 0);
 }

@@ -72,10 +72,14 @@ TEST(DirectoryCompare, AppendLeavesResultsFileAndSubModeWritesOneScript) {
     DirectoryCompare::Call call;
     call.replace = false;
     call.subDirectoryMode = true;
+    // Until the run finishes the previous script stays whole: a kill during a
+    // long walk must not leave it empty.
+    dir.write("Pairview.cmd", "previous script\r\n");
     dc.beginSubDirectoryRun();
     dc.compareDirectories({"/a", "/b", {}, {}}, call);
     dc.compareDirectories({"/a/s", "/b/s", {"q"}, {"q"}}, call);
     EXPECT_EQ(starts, 0);
+    EXPECT_EQ(pvtest::readFile(files.script), "previous script\r\n");
     dc.finishRun(call.options);
     EXPECT_EQ(starts, 1);
     EXPECT_EQ(observer.shown, 0); // the list was not empty

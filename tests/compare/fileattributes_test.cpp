@@ -171,12 +171,21 @@ TEST(CompareOptions, ReadFromSettingsAndSwitchTexts) {
     CompareOptions defaults = readCompareOptions(settings);
     EXPECT_EQ(directoryFcSwitches(defaults), "/lb100 /2 ");
     EXPECT_EQ(defaults.editor, "Write.exe");
+    EXPECT_FALSE(defaults.listContents);
+    EXPECT_EQ(defaults.modifyWindow, 0);
+    EXPECT_FALSE(defaults.ignoreHourShift);
     settings.write("COMPARECONTROL", "FC_LB", "/lb200");
     settings.write("COMPARECONTROL", "FC_W", "TRUE");
     settings.write("COMPARECONTROL", "FC_A", "yes"); // only "True" in any case is on
     settings.write("COMPARECONTROL", "LIST_DateTime", "True");
+    settings.write("COMPARECONTROL", "LIST_Contents", "true");
+    settings.write("COMPARECONTROL", "LIST_Time2s", "True");
+    settings.write("COMPARECONTROL", "LIST_HourShift", "True");
     settings.write("APPLICATION", "EDITOR", "kate");
     CompareOptions o = readCompareOptions(settings);
+    EXPECT_TRUE(o.listContents);
+    EXPECT_EQ(o.modifyWindow, 2);
+    EXPECT_TRUE(o.ignoreHourShift);
     EXPECT_EQ(directoryFcSwitches(o), "/lb200 /2 /w ");
     EXPECT_TRUE(o.listDateTime);
     EXPECT_FALSE(o.listLength);

@@ -25,6 +25,33 @@ TEST(PatternList, WildcardsIgnoreCaseAndAnyPatternMatches) {
     EXPECT_TRUE(matchesPatternList("README", "readme.*"));
 }
 
+TEST(PatternList, ExclusionsAndDirectoryPatterns) {
+    struct Row {
+        const char* name;
+        const char* entry;
+        const char* patterns;
+        bool file, directory;
+    };
+    const Row rows[] = {
+        {"an exclusion wins over the inclusion", "x.o", "*.*;!*.o", false, true},
+        {"a name no exclusion matches stays", "x.c", "*.*;!*.o;!*.tmp", true, true},
+        {"the second exclusion counts too", "a.TMP", "*.*;!*.o;!*.tmp", false, true},
+        {"exclusions alone let the rest through", "x.c", "!*.o", true, true},
+        {"an excluded file still needs an inclusion", "x.c", "*.h;!*.o", false, true},
+        {"a directory pattern leaves that directory out", "node_modules",
+         "*.*;!.git/;!node_modules/", true, false},
+        {"other directories stay", "src", "*.*; !node_modules/ ", true, true},
+        {"directory inclusions limit the walk", "docs", "*.*;src/", true, false},
+        {"a directory inclusion lets its directory through", "src", "*.*;src/", true, true},
+        {"no directory pattern: every directory", "build", "*.c", false, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(matchesPatternList(row.entry, row.patterns), row.file);
+        EXPECT_EQ(pv::directoryPassesPatternList(row.entry, row.patterns), row.directory);
+    }
+}
+
 TEST(FileListing, FilesFilteredSortedAndHiddenLeftOut) {
     pvtest::TempDir dir;
     for (const char* name : {"b.txt", "A.txt", "a.TXT", "_x.txt", ".hidden.txt", "c.cpp"})

@@ -79,10 +79,14 @@ class PaneCopyFiles : public ::testing::Test {
     std::string left, right, source;
 };
 
+// The destination list is empty, but the file is on disk: the warning is given.
 TEST_F(PaneCopyFiles, YesCopiesContentAndModificationTime) {
     dir.write("right/a.txt", "old");
     prompts.confirmAnswers.push_back(true);
     EXPECT_EQ(copy(right), kLeftToRight);
+    EXPECT_EQ(prompts.messages[0],
+              "Confirm copy of " + source + "\r\nTo " + right +
+                  "/a.txt\r\n\r\n!!! THE DESTINATION file will be OVERLAYED !!!");
     EXPECT_EQ(pvtest::readFile(right + "/a.txt"), "new text");
     struct stat st;
     ASSERT_EQ(::stat((right + "/a.txt").c_str(), &st), 0);

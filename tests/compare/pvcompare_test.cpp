@@ -172,3 +172,79 @@ TEST_F(PvCompare, ScriptThatLosesOutputFailsTheRun) {
               std::string::npos)
         << r.out;
 }
+
+namespace {
+
+// The lines of `out` that carry `tag`, each reduced to its file name (the last
+// word).
+std::vector<std::string> namesTagged(const std::string& out, const std::string& tag) {
+    std::vector<std::string> names;
+    size_t at = 0;
+    while (at < out.size()) {
+        size_t end = out.find('\n', at);
+        std::string line = out.substr(at, end - at);
+        if (line.find(tag) != std::string::npos)
+            names.push_back(line.substr(line.rfind(' ') + 1));
+        at = end == std::string::npos ? out.size() : end + 1;
+    }
+    return names;
+}
+
+} // namespace
+
+TEST_F(PvCompare, ContentsFindSameLengthChangesInRealTrees) {
+    const long long when = 1'700'000'000;
+    auto pair = [&](const std::string& path, const std::string& left, const std::string& right) {
+        pvtest::setMTime(tree.write("l/" + path, left), when);
+        pvtest::setMTime(tree.write("r/" + path, right), when);
+    };
+    pair("same.txt", "unchanged", "unchanged");
+    pair("package.json", "{\"version\": \"7.8.0\"}", "{\"version\": \"7.8.1\"}");
+    pair("longer.txt", "short", "longer");
+    pair("lib/deep.js", "a = 1", "a = 2");
+    pair("lib/kept.js", "k", "k");
+    pair("node_modules/x.js", "1", "2");
+    const std::string dirs = shellQuote(tree / "l") + " " + shellQuote(tree / "r");
+
+    Result content = pvcompare(home.str(), "-s --content --exclude=node_modules/ " + dirs);
+    EXPECT_EQ(content.status, 1) << content.out;
+    EXPECT_EQ(namesTagged(content.out, "-different-"),
+              (std::vector<std::string>{"longer.txt", "package.json", "deep.js"}));
+    EXPECT_EQ(namesTagged(content.out, "-matched-"),
+              (std::vector<std::string>{"same.txt", "kept.js"}));
+
+    Result quick = pvcompare(home.str(), "-s --no-content --exclude=node_modules/ " + dirs);
+    EXPECT_EQ(quick.status, 1);
+    EXPECT_EQ(namesTagged(quick.out, "-different-"), std::vector<std::string>{"longer.txt"});
+
+    Result summary = pvcompare(home.str(), "-s --content --summary " + dirs);
+    EXPECT_EQ(summary.out, "Total stats:\n"
+                           " there were 3 directories compared\n"
+                           " there were 2 files matched\n"
+                           " there were 4 files different\n"
+                           " there were 0 files in directory one only\n"
+                           " there were 0 files in directory two only\n"
+                           " there were 0 unmatched sub directories\n"
+                           " there were 0 unreadable sub directories\n");
+    EXPECT_EQ(summary.status, 1);
+
+    // Every option has its line in the help.
+    const std::string help = pvcompare(home.str(), "--help").out;
+    for (const char* option : {"--ini FILE", "-s ", "-p PATTERN", "--exclude PATTERN",
+                               "--[no-]date", "--[no-]length", "--[no-]content",
+                               "--modify-window N", "--[no-]ignore-hour-shift", "--summary",
+                               "--replace", "--append", "--run", "--version"})
+        EXPECT_NE(help.find("\n  " + std::string(option)), std::string::npos) << option;
+}
+
+TEST_F(PvCompare, TimeToleranceFlags) {
+    const long long when = 1'700'000'000;
+    pvtest::setMTime(tree.write("l/moved.txt", "x"), when);
+    pvtest::setMTime(tree.write("r/moved.txt", "x"), when + 3600 + 2);
+    const std::string dirs = shellQuote(tree / "l") + " " + shellQuote(tree / "r");
+    EXPECT_EQ(pvcompare(home.str(), dirs).status, 1);
+    EXPECT_EQ(pvcompare(home.str(), "--ignore-hour-shift " + dirs).status, 1);
+    EXPECT_EQ(pvcompare(home.str(), "--ignore-hour-shift --modify-window=2 " + dirs).status, 0);
+    EXPECT_EQ(pvcompare(home.str(), "--modify-window=3602 " + dirs).status, 0);
+    EXPECT_EQ(pvcompare(home.str(), "--modify-window=two " + dirs).status, 2);
+}

@@ -13,7 +13,8 @@ dpkg-deb -x "$deb" "$tmp/root"
 for f in usr/bin/pairview usr/bin/pvcompare usr/bin/pvcmd usr/share/pairview/CompareSelectedFile.cmd \
          usr/share/applications/pairview.desktop usr/share/icons/hicolor/scalable/apps/pairview.svg \
          usr/share/metainfo/org.pairview.Pairview.metainfo.xml \
-         usr/share/man/man1/pvcompare.1 usr/share/man/man1/pvcmd.1; do
+         usr/share/man/man1/pairview.1.gz usr/share/man/man1/pvcompare.1.gz usr/share/man/man1/pvcmd.1.gz \
+         usr/share/doc/pairview/copyright usr/share/doc/pairview/changelog.gz; do
   [ -e "$tmp/root/$f" ] || fail "not in the package: $f"
 done
 ! dpkg-deb -c "$deb" | grep -q -E 'test_|/include/' || fail "the package holds test programs or headers"
@@ -31,4 +32,9 @@ grep -q "release version=\"$version\"" "$tmp/root/usr/share/metainfo/org.pairvie
 desktop-file-validate "$tmp/root/usr/share/applications/pairview.desktop" | grep -v '^.*: hint: ' && fail "desktop entry" || true
 appstreamcli validate --no-net "$tmp/root/usr/share/metainfo/org.pairview.Pairview.metainfo.xml" >/dev/null ||
   fail "appstreamcli rejects the metadata"
+# Debian's own package checker, where it is installed: no error and no warning.
+if command -v lintian >/dev/null; then
+  report=$(lintian --tag-display-limit 0 "$deb" 2>&1 || true)
+  ! grep -E '^[EW]: ' <<<"$report" || fail "lintian reports errors or warnings"
+fi
 echo "package $deb: $depends"

@@ -14,7 +14,8 @@ prefix=$tmp/prefix
 for f in bin/pairview bin/pvcompare bin/pvcmd share/pairview/CompareSelectedFile.cmd \
          share/applications/pairview.desktop share/icons/hicolor/scalable/apps/pairview.svg \
          share/metainfo/org.pairview.Pairview.metainfo.xml \
-         share/man/man1/pvcompare.1 share/man/man1/pvcmd.1; do
+         share/man/man1/pairview.1.gz share/man/man1/pvcompare.1.gz share/man/man1/pvcmd.1.gz \
+         share/doc/pairview/copyright share/doc/pairview/changelog.gz; do
   [ -e "$prefix/$f" ] || fail "not installed: $f"
 done
 
@@ -47,6 +48,13 @@ for _ in $(seq 100); do
 done
 grep -q 'Comparing files' "$progdir/Pairview.txt" || fail "no fc report in Pairview.txt"
 grep -q 'TWO' "$progdir/Pairview.txt" || fail "the fc report does not show the changed line"
+
+# A settings path with a blank is refused before anything is written.
+status=0
+(cd "$tmp" && run "$prefix/bin/pairview" -ini "$tmp/my ini.ini" 2>"$tmp/err") || status=$?
+[ "$status" = 2 ] || fail "pairview with a blank in the settings path gave $status, expected 2"
+grep -q '^Usage: pairview' "$tmp/err" || fail "no usage line for a settings path with a blank"
+[ ! -e "$tmp/my" ] && [ ! -e "$tmp/my ini.ini" ] || fail "a settings file was created"
 
 # The installed interpreter runs a tool on its own.
 status=0

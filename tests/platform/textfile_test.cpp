@@ -47,3 +47,30 @@ TEST(TextFile, AtomicWriteReplacesWholeFileAndLeavesNoTemporary) {
     EXPECT_EQ(entries, 1);
     EXPECT_THROW(pv::writeFileAtomic(dir / "no/such/dir/x", "y"), pv::RuntimeError);
 }
+
+// A file replaced on close keeps its old contents until close(); a writer dropped
+// or opened again before that leaves it so, and no temporary file behind.
+TEST(TextFile, ReplaceOnCloseLeavesTheOldFileUntilClose) {
+    pvtest::TempDir dir;
+    std::string path = dir.write("Pairview.cmd", "old\r\n");
+    auto entries = [&] {
+        int n = 0;
+        for ([[maybe_unused]] auto& e : std::filesystem::directory_iterator(dir.path()))
+            ++n;
+        return n;
+    };
+    {
+        TextFileWriter w(path, TextFileWriter::Mode::ReplaceOnClose);
+        w.writeLine("half");
+        EXPECT_EQ(pvtest::readFile(path), "old\r\n");
+        w.open(path, TextFileWriter::Mode::ReplaceOnClose);
+        w.writeLine("half again");
+    }
+    EXPECT_EQ(pvtest::readFile(path), "old\r\n");
+    EXPECT_EQ(entries(), 1);
+    TextFileWriter w(path, TextFileWriter::Mode::ReplaceOnClose);
+    w.writeLine("new");
+    w.close();
+    EXPECT_EQ(pvtest::readFile(path), "new\r\n");
+    EXPECT_EQ(entries(), 1);
+}

@@ -27,6 +27,17 @@ TEST(FindFileScript, LocalDirectoryByteForByte) {
     EXPECT_EQ(pv::findFileScriptText(local()), expected);
 }
 
+TEST(FindFileScript, TypedNameIsEscapedInTheEchoAndTheDirLine) {
+    pv::FindFileScript s = local();
+    s.searchText = "a>b|%x%";
+    const std::string q = "\"/opt/pv/PairviewFINDFILE.txt\"";
+    const std::string text = pv::findFileScriptText(s);
+    EXPECT_NE(text.find("\r\necho searchFile = 'a^>b^|%%x%%' >> " + q + "\r\n"), std::string::npos)
+        << text;
+    EXPECT_NE(text.find("\r\nDIR /a:-d/o:n/s a^>b^|%%x%%  >> " + q + "\r\n"), std::string::npos)
+        << text;
+}
+
 TEST(FindFileScript, NetworkPathIsEnteredWithPushdAndLeftWithPopd) {
     pv::FindFileScript s = local();
     s.directory = "//server/share/dir";

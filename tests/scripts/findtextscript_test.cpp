@@ -77,6 +77,25 @@ TEST(FindTextScript, BreakoutGivesOneBannerAndFindstrPerPattern) {
     }
 }
 
+// Typed text outside the quotes goes in with the interpreter's escapes: an echo
+// of "a > b" must not empty the file b. Inside /c:"..." the text stays as typed.
+TEST(FindTextScript, TypedTextIsEscapedWhereItStandsUnquoted) {
+    pv::FindTextScript s = local();
+    s.searchText = "a > b | c & d ^ %PATH%";
+    s.directory = "/home/ann/a&b";
+    s.pattern = "x>y;100%";
+    s.breakout = true;
+    const std::string text = pv::findTextScriptText(s);
+    EXPECT_NE(text.find("\r\necho searchText = 'a ^> b ^| c ^& d ^^ %%PATH%%' >> " + kQ + "\r\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("\r\necho starting at : /home/ann/a^&b >> "), std::string::npos) << text;
+    EXPECT_NE(text.find("Looking for x^>y -----------"), std::string::npos) << text;
+    EXPECT_NE(text.find("\r\nfindstr /s /i  /c:\"a > b | c & d ^ %PATH%\" 100%% >> " + kQ),
+              std::string::npos)
+        << text;
+}
+
 TEST(FindTextScript, NetworkPathIsEnteredWithPushDAndLeftWithPopd) {
     pv::FindTextScript s = local();
     s.directory = "//server/share";

@@ -4,11 +4,17 @@
 #include "platform/process.h"
 #include "platform/runtimeerror.h"
 #include "settings/settings.h"
+#include "support/envguard.h"
 #include "support/fakeclock.h"
 #include "support/recordingprompter.h"
 #include "support/temptree.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fcntl.h>
+#include <filesystem>
+#include <unistd.h>
 
 using pv::MessageIcon;
 using Texts = std::vector<std::string>;
@@ -79,6 +85,7 @@ TEST_F(ScriptCommandsTest, SearchesRefuseCancelledEmptyAndUnscriptableTexts) {
         {false, std::nullopt, "action cancelled by operator"},
         {false, "", "empty string not searched for"},
         {false, "a\nb", "Not searched for: the text holds a line break"},
+        {false, "say \"hi", "Not searched for: the text holds an unmatched double quote"},
         {true, "say \"x\"", "Not searched for: the text holds a double quote"},
     };
     for (const Row& r : rows) {
@@ -93,7 +100,7 @@ TEST_F(ScriptCommandsTest, SearchesRefuseCancelledEmptyAndUnscriptableTexts) {
         EXPECT_EQ(prompts.titles, (Texts{r.findText ? "Text Search" : "File Search",
                                          r.findText ? "Find Text" : "Find File"}));
     }
-    EXPECT_EQ(prompts.proposed, Texts(4, "old"));
+    EXPECT_EQ(prompts.proposed, Texts(5, "old"));
     EXPECT_EQ(settings.read("APPLICATION", "SEARCHFILE"), "old");
     EXPECT_EQ(settings.read("APPLICATION", "SEARCHTEXT"), "old");
     EXPECT_TRUE(started.empty());
@@ -121,6 +128,7 @@ TEST_F(ScriptCommandsTest, FindTextReadsTheWindowsPatternAndAppends) {
     home.write("PairviewFIND.txt", "earlier results\r\n");
     settings.write("LASTFILE", "FILEPATTERN", "*.c;*.h");
     settings.write("FINDCONTROL", "I", "TRUE");
+    settings.write("APPLICATION", "EDITOR", "/opt/a&b/ed");
     w.replaceOutput = false;
     w.breakout = true;
     prompts.inputAnswers = {"to do"};
@@ -131,6 +139,37 @@ TEST_F(ScriptCommandsTest, FindTextReadsTheWindowsPatternAndAppends) {
     EXPECT_TRUE(has(text, "\r\ncd \"/l/files\"\r\n")) << text;
     EXPECT_TRUE(has(text, "Looking for *.c ")) << text;
     EXPECT_TRUE(has(text, "findstr /i  /c:\"to do\" *.h >> ")) << text;
+    EXPECT_TRUE(has(text, "\r\n/opt/a^&b/ed \"")) << text;
+}
+
+// The script runs under the real interpreter: the typed text is echoed into the
+// capture file as typed, and nothing in the searched directory is created or
+// changed by what the text holds.
+TEST_F(ScriptCommandsTest, FindTextEchoesTheTextAsTypedAndTouchesNoFile) {
+    const std::string pvcmd = std::string(PV_BINARY_DIR) + "/pvcmd";
+    if (!std::filesystem::exists(pvcmd))
+        GTEST_SKIP() << "pvcmd is not built";
+    pvtest::EnvGuard editor("PAIRVIEW_EDITOR", "true");
+    const std::string searched = home / "searched";
+    home.write("searched/b", "keep me\r\n");
+    home.write("searched/notes.txt", "a > b | c & d ^ %PATH% here\r\n");
+    w.left.fileListPath = searched;
+    const std::string typed = "a > b | c & d ^ %PATH%";
+    prompts.inputAnswers = {typed};
+    const int quiet = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    pv::ScriptCommands real(settings, [&](const std::string& command) {
+        return static_cast<long>(pv::runAndWait({pvcmd, command}, quiet));
+    });
+    real.FindTheText(w);
+    ::close(quiet);
+    const std::string capture = script("PairviewFIND.txt");
+    EXPECT_NE(capture.find("searchText = '" + typed + "' \r\n"), std::string::npos) << capture;
+    EXPECT_EQ(pvtest::readFile(searched + "/b"), "keep me\r\n");
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(searched))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (Texts{"b", "notes.txt"}));
 }
 
 TEST_F(ScriptCommandsTest, FailuresToWriteOrStartNameTheFile) {
@@ -184,6 +223,19 @@ TEST_F(ScriptCommandsTest, RunShellAsksForParametersOfTheChosenFileAndRemembersT
     EXPECT_EQ(commands().RunShell(w), 42);
     EXPECT_EQ(started, (Texts{"\"/l/files/a.txt\" -v x", "\"/l/files/a.txt\" "}));
     EXPECT_EQ(prompts.proposed, (Texts{"", "", "-v x"}));
+}
+
+// The parameters are kept under the file's path; a path that would write a
+// section and a key of its own into the settings file is not run.
+TEST_F(ScriptCommandsTest, RunShellRefusesAPathThatWouldAddSettingsLines) {
+    w.left.fileListPath = "/l/files";
+    w.left.selectedFile = "x\n[COMPARECONTROL]\nFC_LB=>victim.txt ^";
+    EXPECT_EQ(commands().RunShell(w), 0);
+    EXPECT_EQ(prompts.messages,
+              Texts{"Cannot run \"/l/files/x\n[COMPARECONTROL]\nFC_LB=>victim.txt ^\": its path "
+                    "cannot be kept in the settings file, the key holds a line break"});
+    EXPECT_TRUE(started.empty());
+    EXPECT_FALSE(std::filesystem::exists(settings.path()));
 }
 
 TEST_F(ScriptCommandsTest, RunShellReportsAFileThatCannotStart) {

@@ -1,5 +1,7 @@
 #include "scripts/xcopyscript.h"
 
+#include "platform/process.h"
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -57,6 +59,26 @@ TEST(XcopyScript, NamesThatCannotStandInALineAreLeftOut) {
     EXPECT_EQ(out.leftOut,
               (std::vector<std::string>{"say \"hi\".txt (the name holds a double quote)",
                                         "two\nlines (the name holds a line break)"}));
+}
+
+// Inside the quotes the interpreter takes these as they are; a trailing
+// backslash is doubled so that the splitter does not read an escaped quote.
+TEST(XcopyScript, HostileNamesSplitBackToThemselves) {
+    const char* names[] = {"a>b", "a<b", "a|b", "q&calc", "x^y", "100%PATH%", "-rf", "trail\\"};
+    pv::XcopyScript s = twoFiles();
+    s.parameters = "";
+    for (const char* name : names) {
+        s.items = {name};
+        pv::XcopyScriptText out = pv::xcopyScriptText(s);
+        EXPECT_TRUE(out.leftOut.empty()) << name;
+        const std::size_t at = out.text.find("\r\nXCOPY ");
+        ASSERT_NE(at, std::string::npos) << name;
+        std::string line = out.text.substr(at + 2, out.text.find("\r\n", at + 2) - at - 2);
+        EXPECT_EQ(pv::splitCommandLine(line),
+                  (std::vector<std::string>{"XCOPY", "/src/l/" + std::string(name), "/dst/r/*.*",
+                                            ">>", "/opt/pv/XCOPY_FILE.TXT"}))
+            << line;
+    }
 }
 
 TEST(XcopyResultsPath, SettingElseTheScriptNameUpperCased) {

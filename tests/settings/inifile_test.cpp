@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <random>
 
 using pv::ini::readValue;
@@ -118,4 +119,75 @@ TEST(IniFuzz, HugeLineReadsCut) {
     std::string text = "[A]\nK=" + std::string(1 << 20, 'z') + "\nL=short\n";
     EXPECT_EQ(readValue(text, "A", "K").size(), 254u);
     EXPECT_EQ(readValue(text, "A", "L"), "short");
+}
+
+// Names that could add lines or sections to the file are refused; the texts a
+// script would misread are ordinary names here.
+TEST(IniNames, NamesThatWouldAddLinesOrSectionsAreRefused) {
+    struct Row {
+        const char* name;
+        const char* text;
+        bool isKey;
+        const char* refusal;
+    } rows[] = {
+        {"quoted path", "\"/home/ann/run.sh\"", true, ""},
+        {"script characters", "\"/x/a>b<c|d&e^f%PATH%\"", true, ""},
+        {"leading dash", "-rf", true, ""},
+        {"section", "LASTFILE2", false, ""},
+        {"equals inside a section", "A=B", false, ""},
+        {"LF in a key", "\"/x/a\n[COMPARECONTROL]\nFC_LB=>victim.txt ^\"", true,
+         "the key holds a line break"},
+        {"CR in a key", "a\rb", true, "the key holds a line break"},
+        {"CR LF in a section", "A\r\nB", false, "the section holds a line break"},
+        {"NUL in a key", "a\0b", true, "the key holds a line break"},
+        {"equals at the start", "=x", true, "the key begins with \"=\""},
+        {"equals inside a key", "a=b", true, "the key holds \"=\""},
+        {"bracket at the start", " [A", true, "the key begins with \"[\""},
+        {"section begins with a bracket", "[A", false, "the section begins with \"[\""},
+        {"closing bracket", "A]B", false, "the section holds \"]\""},
+    };
+    for (const Row& r : rows) {
+        std::string_view text(r.text, r.name == std::string("NUL in a key") ? 3 : strlen(r.text));
+        EXPECT_EQ(pv::ini::nameRefusal(text, r.isKey), r.refusal) << r.name;
+    }
+}
+
+// A file with a byte-order mark is read and written in its own encoding; bytes
+// that are not text are said to be so.
+TEST(IniFile, EncodingsRoundTripAndForeignBytesAreNamed) {
+    using pv::ini::FileEncoding;
+    using namespace std::string_literals;
+    struct Row {
+        const char* name;
+        std::string bytes;
+        FileEncoding encoding;
+        std::string text;
+        bool foreign;
+    } rows[] = {
+        {"plain", "[A]\r\nK=v\r\n", FileEncoding::Bytes, "[A]\r\nK=v\r\n", false},
+        {"8-bit code page", "[A]\r\nK=caf\xe9\r\n", FileEncoding::Bytes, "[A]\r\nK=caf\xe9\r\n",
+         false},
+        {"UTF-8 mark", "\xEF\xBB\xBF[A]\r\nK=v\r\n", FileEncoding::Utf8Bom, "[A]\r\nK=v\r\n",
+         false},
+        {"UTF-16 LE mark", "\xFF\xFE[\0A\0]\0\r\0\n\0K\0=\0\xe9\0\r\0\n\0"s, FileEncoding::Utf16LE,
+         "[A]\nK=\xc3\xa9\n", false},
+        {"UTF-16 BE mark", "\xFE\xFF\0[\0A\0]\0\n\0K\0=\0v\0\n"s, FileEncoding::Utf16BE,
+         "[A]\nK=v\n", false},
+        {"UTF-16 without mark", "[\0A\0]\0\r\0\n\0"s, FileEncoding::Bytes, "[\0A\0]\0\r\0\n\0"s,
+         true},
+        {"binary junk", "\177ELF\x02\x01\x01\x03", FileEncoding::Bytes, "\177ELF\x02\x01\x01\x03",
+         true},
+    };
+    for (const Row& r : rows) {
+        pv::ini::FileText f = pv::ini::decodeFile(r.bytes);
+        EXPECT_EQ(f.encoding, r.encoding) << r.name;
+        EXPECT_EQ(f.text, r.text) << r.name;
+        EXPECT_EQ(!f.foreign.empty(), r.foreign) << r.name;
+        // The writer ends lines with CR LF: a text that has them comes back whole.
+        if (!r.foreign && r.text.find('\r') != std::string::npos) {
+            EXPECT_EQ(pv::ini::encodeFile(f.text, f.encoding), r.bytes) << r.name;
+        }
+    }
+    EXPECT_EQ(pv::ini::encodeFile("[A]\r\nK=v\r\n", FileEncoding::Utf16LE),
+              "\xFF\xFE[\0A\0]\0\r\0\n\0K\0=\0v\0\r\0\n\0"s);
 }

@@ -2,6 +2,7 @@
 #include "settings/settings.h"
 #include "support/recordingprompter.h"
 #include "support/temptree.h"
+#include "support/unprivileged.h"
 
 #include <gtest/gtest.h>
 
@@ -99,6 +100,72 @@ TEST(Settings, WriteThroughALinkKeepsTheLink) {
     EXPECT_TRUE(std::filesystem::is_symlink(link));
     EXPECT_EQ(pvtest::readFile(real), "[A]\r\nK=new\r\n");
     EXPECT_EQ(s.GetIniValue("A", "K", ""), "new");
+}
+
+// A settings file that exists but cannot be read is never replaced: the run
+// goes on with the defaults and says so once.
+TEST(Settings, UnreadableFileIsReportedOnceAndNeverWritten) {
+    pvtest::TempDir dir;
+    const std::string path = dir.write("Pairview.ini", "[APPLICATION]\r\nEDITOR=mine\r\n");
+    pvtest::handToUnprivileged(dir.path());
+    std::filesystem::permissions(path, std::filesystem::perms::none);
+    int code = pvtest::runUnprivileged([&] {
+        pvtest::RecordingPrompter prompter;
+        Settings::startRun();
+        Settings s(path);
+        if (s.GetIniValue("APPLICATION", "EDITOR", "Write.exe") != "Write.exe")
+            return 1;
+        if (s.write("APPLICATION", "EDITOR", "Write.exe") || s.write("A", "K", "v"))
+            return 2;
+        if (prompter.messages != std::vector<std::string>{"Cannot read the settings file " + path +
+                                                          ": Permission denied. Settings will "
+                                                          "not be saved in this run."})
+            return 3;
+        return 0;
+    });
+    EXPECT_EQ(code, 0);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    EXPECT_EQ(pvtest::readFile(path), "[APPLICATION]\r\nEDITOR=mine\r\n");
+}
+
+TEST(Settings, ForeignFileIsReportedOnceAndNeverWritten) {
+    using namespace std::string_literals;
+    pvtest::TempDir dir;
+    pvtest::RecordingPrompter prompter;
+    Settings::startRun();
+    const std::string junk = "\177ELF\x02\x01\x01\0\0[A]\nK=v\n"s;
+    Settings s(dir.write("junk.ini", junk));
+    EXPECT_EQ(s.GetIniValue("A", "K", "d"), "d");
+    EXPECT_FALSE(s.write("A", "K", "w"));
+    EXPECT_EQ(pvtest::readFile(s.path()), junk);
+    ASSERT_EQ(prompter.messages.size(), 1u);
+    EXPECT_EQ(prompter.messages[0],
+              "Cannot read the settings file " + s.path() +
+                  ": it is not a text file (NUL bytes: UTF-16 text needs a "
+                  "byte-order mark). Settings will not be saved in this run.");
+}
+
+TEST(Settings, Utf16FileIsReadAndWrittenBackAsUtf16) {
+    using namespace std::string_literals;
+    pvtest::TempDir dir;
+    Settings s(dir.write("u.ini", "\xFF\xFE[\0A\0]\0\r\0\n\0K\0=\0\xe9\0\r\0\n\0"s));
+    EXPECT_EQ(s.read("A", "K"), "\xc3\xa9");
+    EXPECT_TRUE(s.write("A", "L", "x"));
+    EXPECT_EQ(pvtest::readFile(s.path()),
+              "\xFF\xFE[\0A\0]\0\r\0\n\0K\0=\0\xe9\0\r\0\n\0L\0=\0x\0\r\0\n\0"s);
+}
+
+// A key made from a file name cannot smuggle a section and key into the file.
+TEST(Settings, KeyThatWouldAddLinesIsRefusedAndNothingWritten) {
+    pvtest::TempDir dir;
+    pvtest::RecordingPrompter prompter;
+    Settings::startRun();
+    Settings s(dir.write("p.ini", "[SHELLSCRIPTS]\r\n"));
+    EXPECT_FALSE(s.write("SHELLSCRIPTS", "\"/x/a\n[COMPARECONTROL]\nFC_LB=>victim.txt ^\"", "p"));
+    EXPECT_EQ(pvtest::readFile(s.path()), "[SHELLSCRIPTS]\r\n");
+    ASSERT_EQ(prompter.messages.size(), 1u);
+    EXPECT_NE(prompter.messages[0].find("the key holds a line break"), std::string::npos)
+        << prompter.messages[0];
 }
 
 TEST(Settings, SwitchAndYesNoReaders) {

@@ -14,8 +14,6 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -94,12 +92,8 @@ void frmAbout::cmdSysInfo_Click() {
 void mnu_helpAbout_Click(MDIForm1& frame) {
     frame.closeThisForm("frmAbout");
     auto* box = new frmAbout;
-    const QSize size = box->size();
-    QMdiSubWindow* sub = frame.showChild(box);
     // The box keeps its own size beside a maximized compare window.
-    sub->showNormal();
-    sub->resize(size);
-    frame.mdiArea()->setActiveSubWindow(sub);
+    frame.showChildInside(box, box->size());
 }
 
 void connectAboutCommand(MDIForm1& frame) {

@@ -25,7 +25,10 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QStyle>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace pv {
 
@@ -79,6 +82,11 @@ MDIForm1::MDIForm1(std::vector<std::string> arguments, QWidget* parent)
     m_mdiArea = new QMdiArea(this);
     m_mdiArea->setObjectName("MDIArea");
     setCentralWidget(m_mdiArea);
+    // A window that opens or comes to the front keeps its own size, and a maximized
+    // compare window stays maximized behind it.
+    m_mdiArea->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+    // A window that closes hands the front to the one that was there before it.
+    m_mdiArea->setActivationOrder(QMdiArea::ActivationHistoryOrder);
     m_timer = new QTimer(this);
     m_timer->setObjectName("Timer1");
     createMenus();
@@ -282,6 +290,21 @@ QMdiSubWindow* MDIForm1::showChild(QWidget* form) {
     return sub;
 }
 
+QMdiSubWindow* MDIForm1::showChildInside(QWidget* form, QSize size) {
+    QMdiSubWindow* sub = showChild(form);
+    sub->showNormal();
+    // The child window's border and title bar come around the content.
+    const int border = sub->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, sub);
+    const int title = sub->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, sub);
+    const QSize area = m_mdiArea->viewport()->size();
+    sub->resize((size + QSize(2 * border, title + border)).boundedTo(area));
+    const QPoint at(std::clamp(sub->x(), 0, std::max(0, area.width() - sub->width())),
+                    std::clamp(sub->y(), 0, std::max(0, area.height() - sub->height())));
+    sub->move(at);
+    m_mdiArea->setActiveSubWindow(sub);
+    return sub;
+}
+
 Pairview* MDIForm1::defaultCompareWindow(bool create) {
     for (QWidget* f : FormRegistry::openForms())
         if (auto* p = qobject_cast<Pairview*>(f); p && FormRegistry::tagOf(p).isEmpty())
@@ -289,7 +312,8 @@ Pairview* MDIForm1::defaultCompareWindow(bool create) {
     if (!create)
         return nullptr;
     auto* p = new Pairview(this);
-    QMdiSubWindow* sub = showChild(p);
+    // Restored from maximized, the window shows all of its controls.
+    QMdiSubWindow* sub = showChildInside(p, p->sizeHint());
     p->Form_Load();
     sub->showMaximized();
     m_mdiArea->setActiveSubWindow(sub);

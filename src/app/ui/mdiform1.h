@@ -43,6 +43,9 @@ public:
 
     // Adds a form as a child window, registers and shows it.
     QMdiSubWindow* showChild(QWidget* form);
+    // The same for a window that opens at its own size: not maximized, its content
+    // `size` as far as the frame's area allows, wholly inside the area, in front.
+    QMdiSubWindow* showChildInside(QWidget* form, QSize size);
     // The default (first) compare window, creating and loading it when missing.
     Pairview* defaultCompareWindow(bool create = true);
     // The compare window the menu commands act on, or nullptr.

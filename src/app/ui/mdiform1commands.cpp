@@ -315,7 +315,7 @@ void MDIForm1::CompareForm_Click() {
 Pairview* MDIForm1::CompareForm_Additional_Click() {
     const int index = ++m_lastAdditionalIndex;
     auto* window = new Pairview(this);
-    QMdiSubWindow* sub = showChild(window);
+    QMdiSubWindow* sub = showChildInside(window, window->sizeHint());
     // The load runs before the tag is set, so it reads the first window's section;
     // the second load below takes the window's own.
     window->Form_Load();

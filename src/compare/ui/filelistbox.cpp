@@ -5,6 +5,8 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace pv {
 
 FileListBox::FileListBox(QWidget* parent) : PaneListBox(parent) {
@@ -36,14 +38,17 @@ void FileListBox::showNames(std::string dir, std::vector<std::string> names) {
 void FileListBox::refresh() {
     if (m_path.empty())
         return;
-    int keep = listIndex();
+    const std::string keep = selectedName();
     try {
         setPath(m_path);
     } catch (const std::exception&) {
         m_names.clear();
         clear();
     }
-    setListIndex(keep);
+    // The selection follows its name: a file added before it moves it down.
+    auto kept = std::find(m_names.begin(), m_names.end(), keep);
+    setListIndex(keep.empty() || kept == m_names.end() ? -1
+                                                       : static_cast<int>(kept - m_names.begin()));
 }
 
 std::string FileListBox::item(int index) const {

@@ -32,6 +32,7 @@ class FileListBox : public PaneListBox {
     void setListIndex(int index);
     // The selected name, or "" when nothing is selected.
     std::string selectedName() const { return item(listIndex()); }
+    bool hasSelection() const { return listIndex() >= 0 && listIndex() < listCount(); }
 
   signals:
     void doubleClicked();

@@ -21,6 +21,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QCompleter>
 #include <QDir>
 #include <QEvent>
 #include <QFocusEvent>
@@ -188,6 +189,10 @@ void Pairview::createPane(Side side) {
     p.network = new QComboBox(this);
     p.network->setObjectName(t.network);
     p.network->setEditable(true);
+    // Completion is offered in a list under the box, never written into it: Enter
+    // opens the path as typed (a path in another letter case is another path).
+    p.network->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    p.network->completer()->setCaseSensitivity(Qt::CaseSensitive);
     p.network->setEditText("UNC paths from INI");
     p.network->setToolTip("UNC paths from INI");
     p.network->installEventFilter(this);

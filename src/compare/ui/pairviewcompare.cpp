@@ -14,6 +14,7 @@
 #include "platform/prompter.h"
 #include "results/ui/resultslist.h"
 #include "settings/settings.h"
+#include "status/ui/qtstatusbarview.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -131,6 +132,7 @@ DirectoryCompare::Call PairviewCompare::readCall() const {
         call.capture = captureSelectionFromItem(capture->currentText().toStdString());
     auto* replace = m_form.findChild<QRadioButton*>("OutputOptionReplace");
     call.replace = !replace || replace->isChecked();
+    call.pattern = m_form.files(Side::Left)->pattern();
     return call;
 }
 
@@ -247,6 +249,11 @@ void Pairview::compare_singles(const std::string& fileName1, const std::string& 
 }
 
 void Pairview::CompareSingle_Click() {
+    for (Side side : {Side::Left, Side::Right})
+        if (!files(side)->hasSelection()) {
+            SetMdiStatusText(kSelectFileInEachList, 1);
+            return;
+        }
     dispatchCommand("Compare Single", [this] {
         compare_singles(files(Side::Left)->selectedName(), dir(Side::Left)->path(),
                         files(Side::Right)->selectedName(), dir(Side::Right)->path());

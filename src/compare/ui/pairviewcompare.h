@@ -11,6 +11,9 @@ namespace pv {
 
 class Pairview;
 
+// The status line of Compare Single without a file selected on both sides.
+inline constexpr const char* kSelectFileInEachList = "Select a file in each list to compare them";
+
 class PairviewCompare : public ComparePanes {
   public:
     explicit PairviewCompare(Pairview& form) : m_form(form) {}

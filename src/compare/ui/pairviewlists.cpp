@@ -116,8 +116,11 @@ void Pairview::CopySelected_Click() {
             direction = list->row(chosen);
         direction =
             copySelected(copyPane(*files(Side::Left)), copyPane(*files(Side::Right)), direction);
-        if (direction)
+        if (direction) {
             list->setCurrentRow(*direction);
+            // The destination list shows what is on disk now, the copy included.
+            files(*direction == kLeftToRight ? Side::Right : Side::Left)->refresh();
+        }
     } catch (const std::exception& e) {
         prompter().message("Pairview::CopySelected_Click\r\n" + std::to_string(errorNumber(e)) +
                            "\r\n" + errorDescription(e));

@@ -12,10 +12,13 @@
 #include "platform/process.h"
 #include "scripts/scriptcommands.h"
 #include "settings/settings.h"
+#include "status/ui/qtstatusbarview.h"
 
 #include <QAction>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include <filesystem>
 
 namespace pv {
 
@@ -63,6 +66,12 @@ long startCommand(const std::string& commandLine) {
     return startDetached(commandLine);
 }
 
+std::filesystem::file_time_type writeTime(const std::string& path) {
+    std::error_code ec;
+    const auto time = std::filesystem::last_write_time(path, ec);
+    return ec ? std::filesystem::file_time_type::min() : time;
+}
+
 } // namespace
 
 void Pairview::connectScriptControls() {
@@ -80,8 +89,16 @@ void Pairview::connectScriptControls() {
 
 void Pairview::FindFile_Click() {
     Settings settings = programSettings();
-    if (long task = ScriptCommands(settings, startCommand).FindFile(scriptWindow(*this)))
+    const ScriptWindow w = scriptWindow(*this);
+    if (long task = ScriptCommands(settings, startCommand).FindFile(w)) {
         lastTask = task;
+        // dir searches one directory unless /s is on: the status line says which.
+        const std::string searched = (w.rightClickedLast ? w.right : w.left).fileListPath;
+        std::string text = "Find File: results in " + perWindowFileName(w.findFileCapture, w.tag);
+        if (!IniBool(settings.read("DIRCONTROL", "DIR_S")))
+            text += " - searched " + searched + " only; Options > Dir > /s searches below it";
+        SetMdiStatusText(text, 1);
+    }
 }
 
 void Pairview::FindTheText() {
@@ -96,7 +113,12 @@ void Pairview::FindText_Click() {
 
 void Pairview::CreateXcopy_Click() {
     Settings settings = programSettings();
-    ScriptCommands(settings, startCommand).CreateXcopy(scriptWindow(*this));
+    const ScriptWindow w = scriptWindow(*this);
+    const auto before = writeTime(w.xcopyScript);
+    ScriptCommands(settings, startCommand).CreateXcopy(w);
+    // A script that could not be written has been reported in a message box.
+    if (writeTime(w.xcopyScript) != before)
+        SetMdiStatusText("Copy script written: " + w.xcopyScript + " - run it with pvcmd", 1);
 }
 
 void Pairview::RunShell_Click() {

@@ -21,7 +21,8 @@ namespace pv {
 namespace {
 
 // The order in which the switch keys are loaded; the fc boxes follow "FC_W".
-const char* const kCompareKeys[] = {"LIST_DateTime", "LIST_Length", "CMPR_SUB_DIRECTORIES",
+const char* const kCompareKeys[] = {"LIST_DateTime", "LIST_Length", "LIST_Contents",
+                                    "LIST_Time2s",   "LIST_HourShift", "CMPR_SUB_DIRECTORIES",
                                     "FC_A",          "FC_B",        "FC_C",
                                     "FC_L",          "FC_N",        "FC_T",
                                     "FC_U",          "FC_W"};

@@ -24,8 +24,7 @@ namespace {
 
 frmNotePad* showEditor(frmNotePad* editor) {
     if (MDIForm1* frame = mainWindow()) {
-        QMdiSubWindow* sub = frame->showChild(editor);
-        frame->mdiArea()->setActiveSubWindow(sub);
+        frame->showChildInside(editor, editor->size());
     } else {
         editor->setAttribute(Qt::WA_DeleteOnClose);
         editor->show();

@@ -19,6 +19,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QTextBlock>
 
 namespace pv {
@@ -65,7 +66,15 @@ frmNotePad::frmNotePad(QWidget* parent)
             });
     menuBar()->setNativeMenuBar(false);
     createMenus();
-    resize(640, 420);
+    resize(sizeForText(80, 25));
+}
+
+QSize frmNotePad::sizeForText(int columns, int lines) const {
+    const QFontMetrics metrics(m_text->font());
+    const int margins = 2 * (m_text->frameWidth() + int(m_text->document()->documentMargin()) + 1);
+    const int scrollBar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_text);
+    return {columns * metrics.horizontalAdvance(u'M') + margins + scrollBar,
+            lines * metrics.lineSpacing() + margins + scrollBar + menuBar()->sizeHint().height()};
 }
 
 frmNotePad::~frmNotePad() {
@@ -138,8 +147,11 @@ QAction* frmNotePad::addItem(QMenu* menu, const char* name, const char* caption)
     QAction* a = menu->addAction(QString::fromUtf8(caption));
     a->setObjectName(name);
     a->setParent(this);
-    // Every editor window has the same keys; each acts on its own text.
+    // Every editor window has the same keys; each acts on its own text. A key
+    // only reaches an item that sits on a widget holding the focus: the menu
+    // alone is never that, so the window carries the items too.
     a->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(a);
     return a;
 }
 

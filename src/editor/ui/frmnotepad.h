@@ -39,6 +39,9 @@ class frmNotePad : public QMainWindow {
     // shown (exclamation) and changes nothing; returns false then.
     bool saveTo(const std::string& path);
 
+    // The window size that shows `columns` x `lines` characters of the text.
+    QSize sizeForText(int columns, int lines) const;
+
     QAction* action(const QString& name) const;
     QAction* arrayItem(const QString& arrayName, int index) const;
 

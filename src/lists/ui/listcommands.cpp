@@ -74,11 +74,8 @@ ListForm* openListForm(NamedList list, ListOpener opener) {
     ListForm* form = openInstance(list);
     if (!form) {
         form = createForm(list);
-        const QSize size = form->size();
-        QMdiSubWindow* sub = frame->showChild(form);
         // A small form stays small beside a maximized compare window.
-        sub->showNormal();
-        sub->resize(size);
+        frame->showChildInside(form, form->size());
     }
     form->show();
     if (auto* sub = qobject_cast<QMdiSubWindow*>(form->parentWidget()))

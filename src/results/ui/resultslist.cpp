@@ -127,7 +127,7 @@ ResultsList* ResultsList::instance(bool create) {
     });
     r->setListFilePath(joinPath(globals().paths.programDirectory, "PairviewList.txt"));
     if (MDIForm1* frame = mainWindow()) {
-        frame->showChild(r);
+        frame->showChildInside(r, r->size());
     } else {
         FormRegistry::add(r);
         r->setAttribute(Qt::WA_DeleteOnClose);
@@ -166,8 +166,12 @@ void ResultsList::setCntl(std::string_view value) {
     // the last paint is made while the value is still "Process", so that the
     // selection compares nothing.
     const bool ending = m_cntl == "Process" && value != "Process";
-    if (ending)
+    if (m_cntl != "Process" && value == "Process")
+        m_entrySelection = -1;
+    if (ending) {
+        m_inEntries = false; // a compare that failed half-way ends its entries too
         paintNow();
+    }
     m_cntl = value;
     if (m_cntl.empty() && !ending)
         paintNow();
@@ -209,12 +213,24 @@ void ResultsList::CompleteProgressBar1() {
         paintNow();
 }
 
+void ResultsList::initializeProgress(long max) {
+    m_inEntries = true;
+    InitializeProgressBar1(max);
+}
+
+void ResultsList::completeProgress() {
+    m_inEntries = false;
+    CompleteProgressBar1();
+}
+
 bool ResultsList::isEmpty() const {
     return m_model->lines().empty();
 }
 
 void ResultsList::addLine(std::string_view line) {
     m_model->append(line);
+    if (m_inEntries)
+        m_entryAdded = true;
 }
 
 void ResultsList::flush() const {
@@ -239,13 +255,11 @@ void ResultsList::paintNow() {
             m_percentage->setText(
                 QString::fromStdString(progressPercentText(value, m_progressMax)));
     }
-    // While a compare runs its newest line is selected, so the list follows it
-    // (a selection then starts no single compare); otherwise it only scrolls.
-    const int count = m_model->rowCount();
-    if (m_cntl == "Process" && count > 0)
-        m_list->setCurrentIndex(m_model->index(count - 1));
-    else
-        m_list->scrollToBottom();
+    // While a compare runs, the line its last entry selected is selected (a
+    // selection then starts no single compare); the list shows its end.
+    if (m_cntl == "Process" && m_entrySelection >= 0 && m_entrySelection < m_model->rowCount())
+        m_list->setCurrentIndex(m_model->index(m_entrySelection));
+    m_list->scrollToBottom();
     if (isVisible()) {
         m_list->viewport()->repaint();
         QWidget::repaint();
@@ -254,6 +268,9 @@ void ResultsList::paintNow() {
 }
 
 void ResultsList::repaint() {
+    if (m_entryAdded && m_cntl == "Process")
+        m_entrySelection = static_cast<int>(m_model->lines().size()) - 1;
+    m_entryAdded = false;
     if (m_sincePaint.elapsed() >= kRepaintIntervalMs || m_cntl != "Process")
         paintNow();
 }

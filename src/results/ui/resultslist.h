@@ -64,18 +64,21 @@ class ResultsList : public QWidget, public CompareObserver {
     bool isEmpty() const override;
     void show() override { QWidget::show(); }
     void addLine(std::string_view line) override;
-    void initializeProgress(long max) override { InitializeProgressBar1(max); }
+    // The entry lines of a directory pair come between these two calls.
+    void initializeProgress(long max) override;
     void incrementProgress() override { IncrementProgressBar1(); }
-    void completeProgress() override { CompleteProgressBar1(); }
+    void completeProgress() override;
     // A sub-directory walk: directories done of found, the time remaining and a
     // Cancel button under the list; false once the user confirmed a cancel.
     bool walkProgress(long done, long found) override;
     void walkEnded() override;
     WalkProgressBar* walkProgressBar() const { return m_walkProgress; }
-    // Shows the lines added since the last paint, selects the last line while a
-    // compare runs (else scrolls to it) and repaints, at most every few tens of
-    // milliseconds so that a big compare is not slowed by painting. When the
-    // compare ends (setCntl("")) its last line is selected whatever was skipped.
+    // Shows the lines added since the last paint, scrolls to the last line and
+    // repaints, at most every few tens of milliseconds so that a big compare is
+    // not slowed by painting. A repaint after an entry line selects the last
+    // line; the header and the statistics around the entries do not move the
+    // selection. When the compare ends (setCntl("")) the last line that an entry
+    // selected is selected, whatever paints were skipped.
     void repaint() override;
 
     // The list's lines, every added line included.
@@ -123,6 +126,9 @@ class ResultsList : public QWidget, public CompareObserver {
     bool m_progressChanged = false;
     bool m_progressComplete = false;
     QElapsedTimer m_sincePaint;
+    bool m_inEntries = false;  // between initializeProgress and completeProgress
+    bool m_entryAdded = false; // an entry line came since the last repaint()
+    int m_entrySelection = -1; // the line the compare's entries selected last
     int m_rowAtPress = -1; // the selected line when the mouse went down on the list
 
     SingleCompare m_singleCompare;

@@ -42,6 +42,8 @@ QLabel* pathLabel(const std::string& path, const char* name) {
 // The rows of context kept above a change scrolled into view.
 constexpr int kContextRows = 3;
 
+const char* const kKeysTip = "F7: next change, Shift+F7: previous change, Esc or Ctrl+W: close";
+
 } // namespace
 
 frmSideBySide* frmSideBySide::open(const std::string& leftPath, const std::string& rightPath) {
@@ -60,14 +62,15 @@ frmSideBySide* frmSideBySide::open(const std::string& leftPath, const std::strin
     }
     auto* window = new frmSideBySide(std::move(pair));
     if (MDIForm1* frame = mainWindow()) {
-        QMdiSubWindow* sub = frame->showChild(window);
-        sub->resize(frame->mdiArea()->viewport()->size() * 0.9);
-        frame->mdiArea()->setActiveSubWindow(sub);
+        frame->showChildInside(window, frame->mdiArea()->viewport()->size() * 0.9);
     } else {
         FormRegistry::add(window);
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->show();
     }
+    // The panes know their height only now: the first change is scrolled into
+    // view again, as F7 would show it.
+    window->goToChange(window->m_current);
     window->m_right->setFocus();
     return window;
 }
@@ -109,6 +112,17 @@ void frmSideBySide::buildControls() {
     auto* shiftF7 = new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F7), this);
     shiftF7->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shiftF7, &QShortcut::activated, this, &frmSideBySide::PreviousChange_Click);
+    for (const QKeySequence& key :
+         {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+        auto* close = new QShortcut(key, this);
+        close->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(close, &QShortcut::activated, this, [this] { FormRegistry::unload(this); });
+        // The child window's own Close item may claim the same key: either way
+        // the key means close.
+        connect(close, &QShortcut::activatedAmbiguously, this,
+                [this] { FormRegistry::unload(this); });
+    }
+    m_status->setToolTip(kKeysTip);
 
     auto* bar = new QHBoxLayout;
     bar->addWidget(m_previous);

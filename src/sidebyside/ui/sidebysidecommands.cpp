@@ -21,7 +21,7 @@ void ShowCompareResults_SideBySide_Click() {
     std::string paths[2];
     for (Side side : {Side::Left, Side::Right}) {
         FileListBox* files = window->files(side);
-        if (files->listIndex() < 0 || files->listIndex() >= files->listCount())
+        if (!files->hasSelection())
             throw RuntimeError(0, std::string(kSelectBothFiles));
         paths[int(side)] = joinPath(window->dir(side)->path(), files->selectedName());
     }

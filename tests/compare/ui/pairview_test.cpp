@@ -264,6 +264,32 @@ TEST_F(PairviewTest, MissingNetworkPathIsReportedOnce) {
     EXPECT_EQ(value("LASTFILE", "DIRONE"), left);
 }
 
+// Enter opens the path as typed: a path visited before that begins with the
+// typed text (or differs only in case) is offered, never opened in its place.
+TEST_F(PairviewTest, NetworkPathOpensWhatWasTyped) {
+    const std::string share = home.mkdir("usr/share");
+    const std::string usr = home / "usr";
+    home.mkdir("USR");
+    start();
+    frame->show();
+    QApplication::setActiveWindow(frame.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    QComboBox* network = window->networkDrive(Side::Left);
+    network->setFocus(); // completion comes only to a box that has the focus
+    auto typeAndEnter = [network](const std::string& path) {
+        network->clearEditText();
+        QTest::keyClicks(network, QString::fromStdString(path));
+        QTest::keyClick(network, Qt::Key_Return);
+    };
+    typeAndEnter(share);
+    EXPECT_EQ(window->dir(Side::Left)->path(), share);
+    typeAndEnter(usr);
+    EXPECT_EQ(window->dir(Side::Left)->path(), usr);
+    typeAndEnter(home / "USR");
+    EXPECT_EQ(window->dir(Side::Left)->path(), home / "USR");
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
 // The drive list is read again when it drops down: a drive mounted after start can
 // be chosen (the pane moves there, drive then directory stored), and the pane's own
 // drive stays listed after it is unmounted.

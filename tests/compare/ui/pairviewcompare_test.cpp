@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -128,13 +129,44 @@ TEST_F(PairviewCompareTest, SubDirectoryWalkStopsOnAClickAndRestoresThePanes) {
     EXPECT_FALSE(stop->isChecked());
     EXPECT_TRUE(prompts.messages.empty());
     EXPECT_EQ(count("Directory 1: "), 2);
-    EXPECT_EQ(results().back().rfind("end of subdirectory compare\t", 0), 0u);
+    ASSERT_GE(results().size(), 9u); // the end line, then the block of totals
+    EXPECT_EQ(results()[results().size() - 9].rfind("end of subdirectory compare\t", 0), 0u);
     EXPECT_EQ(window->dir(Side::Left)->path(), left);
     EXPECT_EQ(window->files(Side::Right)->path(), right);
     EXPECT_NE(pvtest::readFile(home / "Pairview.cmd").find("\"" + left + "/x/in.txt\""),
               std::string::npos);
     // The last left directory the walk visited (x, then y and y/z).
     EXPECT_EQ(pv::Settings(ini).read("LASTFILE", "COMPARECURRENTDIR"), left + "/y/z");
+}
+
+// The menu's check item writes its key, and the next compare reads the bytes.
+TEST_F(PairviewCompareTest, ContentsSwitchIsStoredAndUsedByTheNextCompare) {
+    pvtest::setMTime(tree.write("left/v.json", "1.0.0"), 1'700'000'000);
+    pvtest::setMTime(tree.write("right/v.json", "1.0.1"), 1'700'000'000);
+    start();
+    pressCompare();
+    EXPECT_EQ(count("0 -matched-   0"), 1);
+    frame->action("mnu_Options_Compare_List_Contents")->trigger();
+    EXPECT_EQ(pv::Settings(ini).read("COMPARECONTROL", "LIST_Contents"), "True");
+    pressCompare();
+    EXPECT_EQ(count("0 -different- 0  - 5 [contents]  - 5 [contents] v.json"), 1);
+}
+
+// The pattern's exclusions reach the file lists and the walk.
+TEST_F(PairviewCompareTest, ExclusionsLeaveFilesAndDirectoriesOut) {
+    for (const char* side : {"left", "right"}) {
+        tree.write(std::string(side) + "/a.c", "1");
+        tree.write(std::string(side) + "/a.o", side);
+        tree.write(std::string(side) + "/node_modules/m.js", side);
+    }
+    start();
+    window->filePatternCombo()->setEditText("*.*;!*.o;!node_modules/");
+    window->FilePatternCombo_Change();
+    EXPECT_EQ(window->files(Side::Left)->names(), std::vector<std::string>{"a.c"});
+    frame->action("mnu_Options_Compare_Include_Sub_Directories")->setChecked(true);
+    pressCompare();
+    EXPECT_EQ(count("Directory 1: "), 1);
+    EXPECT_EQ(count(" there were 0 files different"), 1);
 }
 
 TEST_F(PairviewCompareTest, StatusLineClicksAndSwitchBoxes) {

@@ -14,7 +14,7 @@ class PairviewCopyTest : public pvtest::TwoTreesTest {};
 
 } // namespace
 
-TEST_F(PairviewCopyTest, CopySelectedCopiesIntoTheOtherPaneWithoutRereadingIt) {
+TEST_F(PairviewCopyTest, CopySelectedCopiesIntoTheOtherPaneAndRereadsIt) {
     start();
     window->dir(Side::Left)->setPath(left);
     window->dir(Side::Right)->setPath(right);
@@ -35,5 +35,17 @@ TEST_F(PairviewCopyTest, CopySelectedCopiesIntoTheOtherPaneWithoutRereadingIt) {
     EXPECT_EQ(prompts.messages[0], "Confirm copy of " + left + "/b.h\r\nTo " + right + "/b.h\r\n");
     EXPECT_EQ(prompts.messages[1], "sucessful copy");
     EXPECT_EQ(pvtest::readFile(right + "/b.h"), "2");
-    EXPECT_EQ(window->files(Side::Right)->names(), std::vector<std::string>{"a.cpp"});
+    // The right list is read again.
+    EXPECT_EQ(window->files(Side::Right)->names(), (std::vector<std::string>{"a.cpp", "b.h"}));
+
+    // A file another program made moves the selected b.h down: the selection
+    // follows the name.
+    home.write("right/0.h", "other");
+    window->files(Side::Right)->setListIndex(1); // b.h
+    window->files(Side::Left)->setListIndex(2);  // c.txt
+    prompts.confirmAnswers.push_back(true);
+    window->findChild<QPushButton*>("CopySelected")->click();
+    EXPECT_EQ(window->files(Side::Right)->names(),
+              (std::vector<std::string>{"0.h", "a.cpp", "b.h", "c.txt"}));
+    EXPECT_EQ(window->files(Side::Right)->selectedName(), "b.h");
 }

@@ -5,10 +5,13 @@
 #include "app/ui/commandsfixture.h"
 #include "compare/ui/dirlistbox.h"
 #include "compare/ui/filelistbox.h"
+#include "compare/ui/pairviewcompare.h"
 #include "pvcmd/scriptrun.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QPushButton>
+#include <QStatusBar>
 
 using pv::Side;
 
@@ -39,6 +42,13 @@ class PairviewScripts : public pvtest::CommandsTest {
         EXPECT_EQ(editorArgs(), "[" + capture + "]\n");
         std::filesystem::remove(editorLog);
         return pvtest::readFile(capture);
+    }
+
+    // The main window's status line, where a command that ends without a window
+    // of its own says what it did.
+    std::string statusLine() const {
+        auto* panel = frame->statusBar()->findChild<QLabel*>("StatusBar1_Panel1");
+        return panel ? panel->text().toStdString() : std::string();
     }
 
     pvtest::EnvGuard m_pvcmd{"PAIRVIEW_PVCMD", pvtest::pvcmdExecutable()};
@@ -77,6 +87,8 @@ TEST_F(PairviewScripts, TheCopyScriptCopiesTheLeftListIntoTheRightDirectory) {
     start();
     frame->action("mnuXcopy")->trigger();
     ASSERT_TRUE(prompts.messages.empty()) << prompts.messages.front();
+    EXPECT_EQ(statusLine(),
+              "Copy script written: " + home / "Xcopy_FILE.CMD" + " - run it with pvcmd");
     pvtest::runScript(home.str(), "Xcopy_FILE.CMD");
     const std::string results = home / "XCOPY_FILE.TXT";
     EXPECT_EQ(editorArgs(), "[" + results + "]\n");
@@ -100,6 +112,33 @@ TEST_F(PairviewScripts, RunShellStartsTheSelectedFileWithItsParameters) {
     prompts.inputAnswers = {"one \"two three\""};
     press("RunShell");
     EXPECT_EQ(pvtest::waitForLine(log), "[one][two three]\n");
+}
+
+TEST_F(PairviewScripts, CompareSingleWithoutBothFilesSaysWhatIsMissing) {
+    start();
+    window->files(Side::Left)->setListIndex(0);
+    press("CompareSingle");
+    EXPECT_EQ(statusLine(), pv::kSelectFileInEachList);
+    EXPECT_EQ(window->lastTask, 0);
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+// dir searches below the directory only with /s: without it the line says so.
+TEST_F(PairviewScripts, FindFileSaysWhereTheResultsAreAndWhatWasSearched) {
+    start();
+    const std::string capture = home / "PairviewFINDFILE.txt";
+    for (bool below : {false, true}) {
+        SCOPED_TRACE(below);
+        write("DIRCONTROL", "DIR_S", below ? "True" : "False");
+        prompts.inputAnswers = {"*.h"};
+        press("FindFile");
+        EXPECT_EQ(statusLine(), "Find File: results in " + capture +
+                                    (below ? ""
+                                           : " - searched " + left +
+                                                 " only; Options > Dir > /s searches below it"));
+        captureAfterRun(capture); // the script has ended
+    }
+    EXPECT_EQ(prompts.messages.size(), 2u) << "the two questions for the name, nothing more";
 }
 
 } // namespace

@@ -16,6 +16,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStatusBar>
+#include <QTest>
+#include <QTimer>
 
 #include <filesystem>
 
@@ -231,4 +233,41 @@ TEST_F(EditorTest, OpenDialogOpensRemembersAndRefusesLargeFiles) {
     frame->action("Open")->trigger();
     EXPECT_EQ(prompts.messages.back().rfind("Can't open file: " + home.str() + "\r\n", 0), 0u);
     EXPECT_EQ(editorCaptions().size(), 1u);
+}
+
+// The keys shown in the menus work from the text itself: each runs its command
+// in the window that has the focus.
+TEST_F(EditorTest, MenuKeysWorkInTheText) {
+    pvtest::FakeClock clock;
+    const pv::Clock* old = pv::setProgramClock(&clock);
+    const std::string file = home.write("k.txt", "find me, find me\n");
+    frmNotePad* e = pv::LoadFileIntoEditor(file);
+    frame->show();
+    QApplication::setActiveWindow(frame.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+    QPlainTextEdit* text = e->textBox();
+    text->setFocus();
+    caretAt(e, 0);
+
+    QTest::keyClick(text, Qt::Key_F5);
+    EXPECT_EQ(e->text(), pv::nowText() + "find me, find me\n");
+    QTest::keyClick(text, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_EQ(pvtest::readFile(file), pv::nowText() + "find me, find me\n");
+    EXPECT_FALSE(e->isModified());
+
+    pv::editorState().find.findText = u"find";
+    caretAt(e, 0);
+    QTest::keyClick(text, Qt::Key_F3);
+    EXPECT_EQ(text->textCursor().selectionStart(), int(pv::nowText().size()));
+
+    bool dialogShown = false;
+    QTimer::singleShot(0, [&dialogShown] {
+        if (QWidget* dialog = QApplication::activeModalWidget()) {
+            dialogShown = qobject_cast<pv::frmFind*>(dialog) != nullptr;
+            dialog->close();
+        }
+    });
+    QTest::keyClick(text, Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(dialogShown);
+    pv::setProgramClock(old);
 }

@@ -106,10 +106,12 @@ TEST(ResultsList, ClickOnTheSelectedLineComparesAgain) {
         {"selected by a running compare",
          [](Recorded& t) {
              t.r.setCntl("Process");
+             t.r.initializeProgress(1);
              t.r.addLine("2 -matched-   2   v.txt");
              // The list is painted, and follows its last line, at most every 40 ms.
              QTest::qWait(60);
              t.r.repaint();
+             t.r.completeProgress();
              t.r.setCntl("");
          }},
         {"selected by Next Difference", [](Recorded& t) { t.r.NextDifference_Click(); }},
@@ -200,20 +202,39 @@ TEST(ResultsList, ProgressOperations) {
     EXPECT_EQ(r.progressText(), "33.333");
 }
 
-// However the paints fell while a compare appended, it ends with its last line
-// selected, and that selection compares nothing.
-TEST(ResultsList, CompareEndsWithItsLastLineSelected) {
+// However the paints fell while a compare appended, it ends with its last entry
+// line selected (the statistics after it do not move the selection), and that
+// selection compares nothing.
+TEST(ResultsList, CompareEndsWithItsLastEntrySelected) {
     Recorded t;
     t.r.show();
     t.r.setCntl("Process");
+    t.r.addLine("Start\t2026-05-07 09:05:09");
+    t.r.repaint();
+    t.r.initializeProgress(2000);
     for (int n = 0; n < 2000; ++n) {
         t.r.addLine(std::to_string(n) + " -matched-   " + std::to_string(n) + "   f.txt");
         if (n == 10)
             QTest::qWait(60); // the next repaint paints, and selects this line
         t.r.repaint();
     }
+    const int lastEntry = static_cast<int>(kBlocks.size()) + 2000;
+    t.r.completeProgress();
+    t.r.addLine("Compare stats:");
+    t.r.addLine(" there were 2000 items in list one");
+    QTest::qWait(60);
+    t.r.repaint();
     t.r.setCntl("");
-    EXPECT_EQ(t.r.lineCount(), static_cast<int>(kBlocks.size()) + 2000);
-    EXPECT_EQ(t.r.selectedLine(), t.r.lineCount() - 1);
+    EXPECT_EQ(t.r.lineCount(), lastEntry + 3);
+    EXPECT_EQ(t.r.selectedLine(), lastEntry);
     EXPECT_TRUE(t.compared.empty());
+
+    // A compare without entries leaves the selection where it was.
+    t.r.setCntl("Process");
+    t.r.initializeProgress(0);
+    t.r.completeProgress();
+    t.r.addLine("Compare stats:");
+    t.r.repaint();
+    t.r.setCntl("");
+    EXPECT_EQ(t.r.selectedLine(), lastEntry);
 }

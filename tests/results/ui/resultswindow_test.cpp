@@ -9,6 +9,8 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include <algorithm>
+
 using pv::Side;
 
 namespace {
@@ -44,6 +46,8 @@ TEST_F(ResultsWindowTest, CompareShowsTheResultsWindowWithItsLastLineSelected) {
         home.write("left/" + name, "1");
         home.write("right/" + name, n % 3 ? "1" : "22");
     }
+    // Lengths only: a new settings file would also list the times.
+    write("COMPARECONTROL", "LIST_Length", "True");
     start();
     window->dir(Side::Left)->setPath(left);
     window->dir(Side::Right)->setPath(right);
@@ -56,10 +60,20 @@ TEST_F(ResultsWindowTest, CompareShowsTheResultsWindowWithItsLastLineSelected) {
         pv::ResultsList* results = pv::ResultsList::instance(false);
         ASSERT_NE(results, nullptr);
         EXPECT_EQ(activeChild(), results);
-        EXPECT_EQ(results->selectedLine(), results->lineCount() - 1);
-        EXPECT_EQ(results->lines().back().rfind("end of Directory compare\t", 0), 0u);
+        // The last entry line is selected; the statistics below it are not.
+        const std::vector<std::string> lines = results->lines();
+        const auto stats = std::find(lines.rbegin(), lines.rend(), "Compare stats:");
+        ASSERT_NE(stats, lines.rend());
+        const int lastEntry = static_cast<int>(lines.rend() - stats) - 2;
+        EXPECT_NE(lines[size_t(lastEntry)].find("file 999.txt"), std::string::npos);
+        EXPECT_EQ(results->selectedLine(), lastEntry);
+        EXPECT_EQ(lines.back().rfind("end of Directory compare\t", 0), 0u);
     }
     pv::ResultsList* results = pv::ResultsList::instance(false);
+    // No difference after the last entry: the search starts over at line 1.
+    results->NextDifference_Click();
+    EXPECT_EQ(prompts.messages.back(), "End of list. Reset search to position 1");
+    EXPECT_EQ(results->selectedLine(), 1);
     std::vector<std::string> compared;
     results->setSingleCompare(
         [&](const std::string& f1, const std::string&, const std::string& f2, const std::string&) {

@@ -12,6 +12,8 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
@@ -186,6 +188,42 @@ TEST_F(SideBySideFromCompareWindow, ViewItemShowsTheSelectedPair) {
     ASSERT_NE(opened, nullptr);
     EXPECT_EQ(opened->pair().rightPath(), right + "/a.cpp");
     EXPECT_EQ(opened->statusText().toStdString(), "no differences");
+}
+
+// In the main window the side-by-side window opens whole inside the frame,
+// scrolled to its first change as F7 shows it, and Esc or Ctrl+W closes it.
+TEST_F(SideBySideFromCompareWindow, OpensInsideTheFrameAtItsChangeAndClosesByKey) {
+    std::string l, r;
+    for (int i = 1; i <= 60; ++i) {
+        l += "line " + std::to_string(i) + "\n";
+        r += (i == 50 ? std::string("changed") : "line " + std::to_string(i)) + "\n";
+    }
+    const std::string leftFile = home.write("left/long.txt", l);
+    const std::string rightFile = home.write("right/long.txt", r);
+    start();
+    frame->resize(1600, 1000);
+    frame->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(frame.get()));
+    for (const auto& key : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)}) {
+        frmSideBySide* w = frmSideBySide::open(leftFile, rightFile);
+        auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
+        ASSERT_NE(sub, nullptr);
+        EXPECT_FALSE(sub->isMaximized());
+        EXPECT_TRUE(frame->mdiArea()->viewport()->rect().contains(sub->geometry()));
+        EXPECT_EQ(w->statusText().toStdString(), "change 1 of 1");
+        const size_t row = w->pair().diff().changes()[0].firstRow;
+        EXPECT_EQ(w->pane(1)->lineNumberAt(row), 50);
+        EXPECT_EQ(w->pane(0)->firstVisibleRow(),
+                  std::min(int(row) - 3, w->pane(1)->verticalScrollBar()->maximum()));
+        EXPECT_NE(w->findChild<QLabel*>("Status")->toolTip().indexOf("Esc or Ctrl+W"), -1);
+
+        QApplication::setActiveWindow(frame.get());
+        ASSERT_TRUE(QTest::qWaitForWindowActive(frame.get()));
+        w->pane(1)->setFocus();
+        QTest::keySequence(w->pane(1), key);
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(openedWindow(), nullptr) << key.toString().toStdString();
+    }
 }
 
 TEST_F(SideBySideWindow, EnterOnAResultsLineOpensItsPair) {
