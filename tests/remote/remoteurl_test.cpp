@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <ostream>
 
 namespace {
 
@@ -16,6 +17,8 @@ struct UrlCase {
     std::optional<pv::RemoteUrl> parts;
     const char* roundTrip = nullptr; // the normalised URL text, when accepted
 };
+
+void PrintTo(const UrlCase& row, std::ostream* os) { *os << row.name; }
 
 pv::RemoteUrl parts(std::string user, std::string host, int port, std::string path) {
     return {std::move(user), std::move(host), port, std::move(path)};
