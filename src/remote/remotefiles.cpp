@@ -194,8 +194,12 @@ std::FILE* openRemoteCopy(const std::string& text, int& err, std::string& why) {
     }
 }
 
-std::vector<std::string> remoteConnectionFailures() { return remoteFiles().failures(); }
+std::vector<std::string> remoteConnectionFailures() {
+    return remoteFiles().failures();
+}
 
-void closeRemoteConnections() { remoteFiles().closeAll(); }
+void closeRemoteConnections() {
+    remoteFiles().closeAll();
+}
 
 } // namespace pv

@@ -29,8 +29,8 @@ bool startsWithScheme(std::string_view text) {
 }
 
 bool isNameChar(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-           c == '.' || c == '-' || c == '_';
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
+           c == '-' || c == '_';
 }
 
 // Host names and user names: letters, digits, ".", "-", "_", not starting with
@@ -64,7 +64,9 @@ std::string normalAbsolute(std::string_view path) {
 
 } // namespace
 
-bool isRemotePath(std::string_view text) { return startsWithScheme(text); }
+bool isRemotePath(std::string_view text) {
+    return startsWithScheme(text);
+}
 
 RemoteUrl parseRemoteUrl(std::string_view text) {
     if (!startsWithScheme(text))
@@ -117,7 +119,8 @@ RemoteUrl parseRemoteUrl(std::string_view text) {
         auto [end, ec] = std::from_chars(portText.data(), portText.data() + portText.size(), port);
         if (ec != std::errc() || end != portText.data() + portText.size() || port < 1 ||
             port > 65535 || portText.front() == '+')
-            refuse(text, "the port \"" + std::string(portText) + "\" is not a number from 1 to 65535");
+            refuse(text,
+                   "the port \"" + std::string(portText) + "\" is not a number from 1 to 65535");
         url.port = port;
     }
     return url;
@@ -137,6 +140,8 @@ std::string remoteUrlText(const RemoteUrl& url) {
     return std::string(kRemoteScheme) + remoteHostText(url) + url.path;
 }
 
-std::string normalizeRemotePath(std::string_view text) { return remoteUrlText(parseRemoteUrl(text)); }
+std::string normalizeRemotePath(std::string_view text) {
+    return remoteUrlText(parseRemoteUrl(text));
+}
 
 } // namespace pv

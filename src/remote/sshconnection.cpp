@@ -24,7 +24,9 @@ namespace {
 constexpr long kTimeoutSeconds = 15;
 
 // Pass-phrases are never asked: a key that needs one is passed over.
-int refusePassphrase(const char*, char*, size_t, int, int, void*) { return -1; }
+int refusePassphrase(const char*, char*, size_t, int, int, void*) {
+    return -1;
+}
 
 RemoteEntry::Kind kindOf(std::uint32_t permissions) {
     switch (permissions & S_IFMT) {
@@ -171,17 +173,20 @@ SshConnection::SshConnection(const RemoteUrl& where)
         break;
     case SSH_KNOWN_HOSTS_CHANGED:
     case SSH_KNOWN_HOSTS_OTHER:
-        hostFailure(m_hostText, "the host key has CHANGED (now " + keyText + ") and does not match " +
-               knownHosts + "; someone may be intercepting the connection. Refused. If the "
-               "server's key was really replaced, remove the old one with: ssh-keygen -R " +
-               (port == 22 ? host : "'[" + host + "]:" + std::to_string(port) + "'") +
-               " and connect again");
+        hostFailure(
+            m_hostText,
+            "the host key has CHANGED (now " + keyText + ") and does not match " + knownHosts +
+                "; someone may be intercepting the connection. Refused. If the "
+                "server's key was really replaced, remove the old one with: ssh-keygen -R " +
+                (port == 22 ? host : "'[" + host + "]:" + std::to_string(port) + "'") +
+                " and connect again");
     case SSH_KNOWN_HOSTS_NOT_FOUND:
     case SSH_KNOWN_HOSTS_UNKNOWN:
-        hostFailure(m_hostText, "the host key is not known (" + keyText + "). If that is the server's key, "
-               "accept it by running once: ssh -p " + std::to_string(port) + " " + host +
-               "  (or: ssh-keyscan -p " + std::to_string(port) + " " + host + " >> " +
-               knownHosts + ")");
+        hostFailure(m_hostText, "the host key is not known (" + keyText +
+                                    "). If that is the server's key, "
+                                    "accept it by running once: ssh -p " +
+                                    std::to_string(port) + " " + host + "  (or: ssh-keyscan -p " +
+                                    std::to_string(port) + " " + host + " >> " + knownHosts + ")");
     default:
         failed("cannot check the host key against " + knownHosts + ": " +
                std::string(ssh_get_error(s)));
@@ -196,17 +201,16 @@ SshConnection::SshConnection(const RemoteUrl& where)
             userText = "user " + std::string(user);
             ssh_string_free_char(user);
         }
-        failed("authentication failed for " + userText +
-               ": no key from ssh-agent or " + sshDirectory() +
-               " was accepted (pass-phrases and passwords are not asked here)");
+        failed("authentication failed for " + userText + ": no key from ssh-agent or " +
+               sshDirectory() + " was accepted (pass-phrases and passwords are not asked here)");
     }
 
     m_h->sftp = m_h->timed([s] { return sftp_new(s); });
     if (!m_h->sftp || m_h->timed([this] { return sftp_init(m_h->sftp); }) != SSH_OK)
         failed("cannot start SFTP: " +
-               (m_h->watch.fired() ? "no answer within " +
-                                         std::to_string(m_h->watch.limit().count()) + " ms"
-                                   : std::string(ssh_get_error(s))));
+               (m_h->watch.fired()
+                    ? "no answer within " + std::to_string(m_h->watch.limit().count()) + " ms"
+                    : std::string(ssh_get_error(s))));
 }
 
 SshConnection::~SshConnection() = default;
@@ -218,13 +222,12 @@ void SshConnection::checkAlive() const {
 
 void SshConnection::fail(const std::string& path, const std::string& what) {
     const int code = sftp_get_error(m_h->sftp);
-    if (!m_h->usable() || code == SSH_FX_CONNECTION_LOST ||
-        code == SSH_FX_NO_CONNECTION || code == SSH_FX_OK) {
+    if (!m_h->usable() || code == SSH_FX_CONNECTION_LOST || code == SSH_FX_NO_CONNECTION ||
+        code == SSH_FX_OK) {
         m_lostReason = "the connection to " + m_hostText + " was lost (" +
-                       (m_h->watch.fired()
-                            ? "no answer within " + std::to_string(m_h->watch.limit().count()) +
-                                  " ms"
-                            : std::string(ssh_get_error(m_h->session))) +
+                       (m_h->watch.fired() ? "no answer within " +
+                                                 std::to_string(m_h->watch.limit().count()) + " ms"
+                                           : std::string(ssh_get_error(m_h->session))) +
                        ")";
         throw RuntimeError(0, m_lostReason);
     }
@@ -244,7 +247,8 @@ std::vector<RemoteEntry> SshConnection::list(const std::string& path) {
         // (OpenSSH reports that as "no such file".)
         const int code = sftp_get_error(m_h->sftp);
         if (m_h->usable() && (code == SSH_FX_FAILURE || code == SSH_FX_NO_SUCH_FILE))
-            if (std::optional<RemoteEntry> e = stat(path); e && e->kind != RemoteEntry::Kind::Directory)
+            if (std::optional<RemoteEntry> e = stat(path);
+                e && e->kind != RemoteEntry::Kind::Directory)
                 throw RuntimeError::fromErrno(ENOTDIR, m_hostText + ":" + path);
         fail(path, "cannot open the directory");
     }
@@ -279,9 +283,8 @@ std::optional<RemoteEntry> SshConnection::stat(const std::string& path) {
     sftp_attributes a = m_h->timed([&] { return sftp_stat(m_h->sftp, path.c_str()); });
     if (!a) {
         const int code = sftp_get_error(m_h->sftp);
-        if (m_h->usable() &&
-            (code == SSH_FX_NO_SUCH_FILE || code == SSH_FX_NO_SUCH_PATH ||
-             code == SSH_FX_PERMISSION_DENIED || code == SSH_FX_FAILURE))
+        if (m_h->usable() && (code == SSH_FX_NO_SUCH_FILE || code == SSH_FX_NO_SUCH_PATH ||
+                              code == SSH_FX_PERMISSION_DENIED || code == SSH_FX_FAILURE))
             return std::nullopt;
         fail(path, "cannot look at the file");
     }
@@ -308,7 +311,8 @@ void SshConnection::copyTo(const std::string& path, std::FILE* out) {
         if (std::fwrite(buffer.data(), 1, static_cast<size_t>(n), out) != static_cast<size_t>(n)) {
             const int err = errno;
             m_h->timed([&] { return sftp_close(f); });
-            throw RuntimeError::fromErrno(err, "cannot keep the copy of " + m_hostText + ":" + path);
+            throw RuntimeError::fromErrno(err,
+                                          "cannot keep the copy of " + m_hostText + ":" + path);
         }
     }
     m_h->timed([&] { return sftp_close(f); });

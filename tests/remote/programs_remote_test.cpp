@@ -105,11 +105,11 @@ TEST_F(RemotePrograms, ConnectionLostInTheWalkEndsItWithItsLinesSoFar) {
     // some directories.
     pvtest::Relay cut(server->port(), 9000, pvtest::Relay::After::Cut);
     server->knowAlsoAt(cut.port());
-    const Output run =
-        pvcompare({"-s", tree / "l", "ssh://127.0.0.1:" + std::to_string(cut.port()) + (tree / "l")});
+    const Output run = pvcompare(
+        {"-s", tree / "l", "ssh://127.0.0.1:" + std::to_string(cut.port()) + (tree / "l")});
     EXPECT_EQ(run.status, 2);
-    EXPECT_NE(run.err.find("pvcompare: the connection to 127.0.0.1:" +
-                           std::to_string(cut.port()) + " was lost"),
+    EXPECT_NE(run.err.find("pvcompare: the connection to 127.0.0.1:" + std::to_string(cut.port()) +
+                           " was lost"),
               std::string::npos)
         << run.err;
     // The pairs compared before stand; the walk stopped instead of failing on

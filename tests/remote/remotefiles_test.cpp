@@ -61,8 +61,7 @@ TEST_F(RemoteFiles, ListingAndAttributeTextsEqualTheLocalOnes) {
                 << date << length;
     EXPECT_EQ(pv::fileAttributeText(server->url(local + "/a b.txt"), true, true),
               "2023\\11\\14 22:13:20 - 6");
-    EXPECT_EQ(pv::fileAttributeText(server->url(local + "/nothing"), true, true),
-              pv::kCantFind);
+    EXPECT_EQ(pv::fileAttributeText(server->url(local + "/nothing"), true, true), pv::kCantFind);
     // One connection served all of it.
     EXPECT_TRUE(pv::remoteConnectionFailures().empty());
 }
@@ -79,8 +78,9 @@ TEST_F(RemoteFiles, DirectoryErrorsCarryTheirNumbers) {
     };
     EXPECT_EQ(number(server->url(tree / "missing")), ENOENT);
     EXPECT_EQ(number(server->url(tree / "file.txt")), ENOTDIR);
-    EXPECT_NE(failure([&] { pv::readDirectory(server->url(tree / "missing")); })
-                  .find("127.0.0.1:" + std::to_string(server->port())),
+    EXPECT_NE(failure([&] {
+                  pv::readDirectory(server->url(tree / "missing"));
+              }).find("127.0.0.1:" + std::to_string(server->port())),
               std::string::npos);
     // A directory that is missing does not end the connection.
     EXPECT_TRUE(pv::remoteConnectionFailures().empty());
@@ -137,8 +137,7 @@ TEST_F(RemoteFiles, WrongUserKeyFailsAuthentication) {
 }
 
 TEST_F(RemoteFiles, RefusedAndUnknownHostsNameTheHost) {
-    const std::string refused =
-        failure([&] { pv::readDirectory("ssh://127.0.0.1:1/tmp"); });
+    const std::string refused = failure([&] { pv::readDirectory("ssh://127.0.0.1:1/tmp"); });
     EXPECT_NE(refused.find("127.0.0.1:1: cannot connect"), std::string::npos) << refused;
     const std::string unknown =
         failure([&] { pv::readDirectory("ssh://pairview-no-such-host.invalid/tmp"); });
@@ -153,9 +152,9 @@ TEST_F(RemoteFiles, LostConnectionEndsEveryLaterRequestAtOnce) {
     pv::readDirectory(server->url(tree / "a"));
     server->stop();
     const std::string message = failure([&] { pv::readDirectory(server->url(tree / "b")); });
-    EXPECT_NE(message.find("the connection to 127.0.0.1:" + std::to_string(server->port()) +
-                           " was lost"),
-              std::string::npos)
+    EXPECT_NE(
+        message.find("the connection to 127.0.0.1:" + std::to_string(server->port()) + " was lost"),
+        std::string::npos)
         << message;
     EXPECT_EQ(failure([&] { pv::readDirectory(server->url(tree / "a")); }), message);
     EXPECT_EQ(pv::remoteConnectionFailures(), std::vector<std::string>{message});

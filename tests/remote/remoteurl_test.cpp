@@ -18,7 +18,9 @@ struct UrlCase {
     const char* roundTrip = nullptr; // the normalised URL text, when accepted
 };
 
-void PrintTo(const UrlCase& row, std::ostream* os) { *os << row.name; }
+void PrintTo(const UrlCase& row, std::ostream* os) {
+    *os << row.name;
+}
 
 pv::RemoteUrl parts(std::string user, std::string host, int port, std::string path) {
     return {std::move(user), std::move(host), port, std::move(path)};

@@ -53,9 +53,9 @@ bool accepts(int port) {
 bool makeKey(const std::string& file) {
     std::filesystem::remove(file);
     std::filesystem::remove(file + ".pub");
-    return pv::runAndWait({"/usr/bin/ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-C", "pvtest", "-f",
-                           file},
-                          -1, -1) == 0;
+    return pv::runAndWait(
+               {"/usr/bin/ssh-keygen", "-q", "-t", "ed25519", "-N", "", "-C", "pvtest", "-f", file},
+               -1, -1) == 0;
 }
 
 std::string firstLine(const std::string& path) {
@@ -125,19 +125,19 @@ SshServer::SshServer() {
     ::chmod(m_dir.str().c_str(), 0755);
     ::chmod((m_dir / "authorized_keys").c_str(), 0644);
     // "256 SHA256:... comment (ED25519)"
-    std::istringstream listed(runProgram({"/usr/bin/ssh-keygen", "-l", "-f", hostKey + ".pub"}).out);
+    std::istringstream listed(
+        runProgram({"/usr/bin/ssh-keygen", "-l", "-f", hostKey + ".pub"}).out);
     std::string bits;
     listed >> bits >> m_fingerprint;
     m_port = freePort();
     const std::string config = m_dir.write(
-        "sshd_config",
-        "Port " + std::to_string(m_port) + "\nListenAddress 127.0.0.1\nHostKey " + hostKey +
-            "\nPidFile " + (m_dir / "sshd.pid") + "\nAuthorizedKeysFile " +
-            (m_dir / "authorized_keys") +
-            "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
-            "KbdInteractiveAuthentication no\nPubkeyAuthentication yes\n"
-            "PermitRootLogin prohibit-password\nLogLevel ERROR\n"
-            "Subsystem sftp internal-sftp\n");
+        "sshd_config", "Port " + std::to_string(m_port) + "\nListenAddress 127.0.0.1\nHostKey " +
+                           hostKey + "\nPidFile " + (m_dir / "sshd.pid") + "\nAuthorizedKeysFile " +
+                           (m_dir / "authorized_keys") +
+                           "\nStrictModes no\nUsePAM no\nPasswordAuthentication no\n"
+                           "KbdInteractiveAuthentication no\nPubkeyAuthentication yes\n"
+                           "PermitRootLogin prohibit-password\nLogLevel ERROR\n"
+                           "Subsystem sftp internal-sftp\n");
     setKnownHosts(Known::ServerKey);
 
     const std::string log = m_dir / "sshd.log";
@@ -146,7 +146,8 @@ SshServer::SshServer() {
         int fd = ::open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         ::dup2(fd, STDERR_FILENO);
         ::dup2(fd, STDOUT_FILENO);
-        ::execl("/usr/sbin/sshd", "/usr/sbin/sshd", "-D", "-e", "-f", config.c_str(), (char*)nullptr);
+        ::execl("/usr/sbin/sshd", "/usr/sbin/sshd", "-D", "-e", "-f", config.c_str(),
+                (char*)nullptr);
         ::_exit(127);
     }
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
@@ -166,7 +167,9 @@ SshServer::SshServer() {
     }
 }
 
-SshServer::~SshServer() { stop(); }
+SshServer::~SshServer() {
+    stop();
+}
 
 void SshServer::stop() {
     if (m_pid <= 0)
@@ -270,6 +273,8 @@ void Relay::run() {
     }
 }
 
-void SshServer::useUnknownUserKey() const { makeKey(clientDir() + "/id_ed25519"); }
+void SshServer::useUnknownUserKey() const {
+    makeKey(clientDir() + "/id_ed25519");
+}
 
 } // namespace pvtest

@@ -9,9 +9,9 @@
 
 #include <atomic>
 #include <string>
+#include <sys/types.h>
 #include <thread>
 #include <vector>
-#include <sys/types.h>
 
 namespace pvtest {
 
