@@ -7,7 +7,8 @@ cd "$(dirname "$0")"
 
 packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-qpa-plugins libqt6test6
           libgtest-dev libgmock-dev libpcre2-dev xdg-utils libqt6svg6 libdtl-dev libcli11-dev
-          dpkg-dev file desktop-file-utils appstream lintian)
+          dpkg-dev file desktop-file-utils appstream lintian
+          libssh-dev openssh-server)
 
 missing=()
 for p in "${packages[@]}"; do

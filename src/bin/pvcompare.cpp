@@ -11,6 +11,7 @@
 #include "platform/process.h"
 #include "platform/programdir.h"
 #include "platform/pvversion.h"
+#include "remote/remotefiles.h"
 #include "results/filerecords.h"
 #include "settings/settings.h"
 #include "status/statusbarhandler.h"
@@ -168,6 +169,9 @@ class DirectoryPanes : public pv::ComparePanes {
             paths.push_back(pv::joinPath(dir, name));
         return paths;
     }
+
+    // A host lost during the walk ends it: its remaining directories cannot be read.
+    bool stopRequested() override { return !pv::remoteConnectionFailures().empty(); }
 
   private:
     std::string m_left, m_right, m_pattern;
@@ -362,6 +366,11 @@ int main(int argc, char** argv) {
             for (const std::string& line : pv::totalsBlock(totals))
                 std::printf("%s\n", line.c_str());
         std::fflush(stdout);
+        // A host lost during the walk: its lines so far stand, the run failed.
+        for (const std::string& failure : pv::remoteConnectionFailures())
+            std::fprintf(stderr, "pvcompare: %s\n", failure.c_str());
+        if (!pv::remoteConnectionFailures().empty())
+            return 2;
         if (scriptStatus != 0) {
             std::fprintf(stderr, "pvcompare: the compare script failed (status %d)\n",
                          scriptStatus);

@@ -4,6 +4,8 @@
 #include "compare/filelisting.h"
 #include "platform/textutil.h"
 #include "platform/filetimes.h"
+#include "remote/remotefiles.h"
+#include "remote/remoteurl.h"
 #include "settings/settings.h"
 
 #include <cstdio>
@@ -63,7 +65,9 @@ std::string attributeText(const FileFacts& facts, bool listDateTime, bool listLe
 
 std::string fileAttributeText(std::string_view path, bool listDateTime, bool listLength) {
     try {
-        return attributeText(probeFile(std::string(trimBlanks(path))), listDateTime, listLength);
+        const std::string trimmed(trimBlanks(path));
+        return attributeText(isRemotePath(trimmed) ? probeRemoteFile(trimmed) : probeFile(trimmed),
+                             listDateTime, listLength);
     } catch (const std::exception&) {
         return std::string(kUnavailable);
     }
@@ -100,6 +104,11 @@ std::vector<EntryAttributes> directoryAttributeFacts(const std::string& dir,
                                                      bool listDateTime, bool listLength) {
     std::vector<EntryAttributes> entries;
     entries.reserve(names.size());
+    if (isRemotePath(dir)) {
+        for (const FileFacts& facts : remoteFileFacts(dir, names))
+            entries.push_back(entryAttributes(facts, listDateTime, listLength));
+        return entries;
+    }
     int fd = ::open(dir.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     // The whole path loses its surrounding blanks; relative to the directory that
     // is the name without its trailing ones, unless the directory itself starts

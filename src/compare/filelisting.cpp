@@ -2,6 +2,8 @@
 
 #include "platform/runtimeerror.h"
 #include "platform/wildcard.h"
+#include "remote/remotefiles.h"
+#include "remote/remoteurl.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -45,6 +47,15 @@ EntryType entryType(int dirFd, const struct dirent& e, bool trustTypes) {
 // which to keep (the other kind is passed over without a stat of its own).
 DirectoryListing readEntries(const std::string& dir, bool wantFiles, bool wantDirectories,
                              bool trustTypes = true) {
+    if (isRemotePath(dir)) {
+        RemoteDirectory remote = readRemoteDirectory(dir);
+        DirectoryListing listing{wantFiles ? std::move(remote.files) : std::vector<std::string>{},
+                                 wantDirectories ? std::move(remote.subdirectories)
+                                                 : std::vector<std::string>{}};
+        sortListNames(listing.files);
+        sortListNames(listing.subdirectories);
+        return listing;
+    }
     std::unique_ptr<DIR, int (*)(DIR*)> d(::opendir(dir.c_str()), ::closedir);
     if (!d)
         throw RuntimeError::fromErrno(errno, dir);
@@ -75,6 +86,8 @@ DirectoryListing readEntries(const std::string& dir, bool wantFiles, bool wantDi
 
 std::string normalizeDirectoryPath(const std::string& path) {
     namespace fs = std::filesystem;
+    if (isRemotePath(path))
+        return normalizeRemotePath(path);
     std::string p = path.empty() ? "/" : path;
     if (p.front() != '/') {
         std::error_code ec;

@@ -8,6 +8,8 @@
 #include "pvcmd/textcompare.h"
 #include "pvcmd/tool.h"
 #include "platform/textutil.h"
+#include "remote/remotefiles.h"
+#include "remote/remoteurl.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -105,7 +107,10 @@ class FilePtr {
 };
 
 // Opens a file for reading; a directory counts as a file that is not there.
-std::FILE* openForCompare(const std::string& path, int& err) {
+// `why` tells what went wrong when a remote host failed.
+std::FILE* openForCompare(const std::string& path, int& err, std::string& why) {
+    if (pv::isRemotePath(path))
+        return pv::openRemoteCopy(path, err, why);
     if (pv::isDirectory(path)) {
         err = EISDIR;
         return nullptr;
@@ -119,14 +124,17 @@ std::FILE* openForCompare(const std::string& path, int& err) {
 int comparePair(const FcOptions& options, const std::string& name1, const std::string& name2,
                 ToolIo& io) {
     int err = 0;
-    FilePtr file1(openForCompare(name1, err));
+    std::string why;
+    FilePtr file1(openForCompare(name1, err, why));
     if (!file1.get()) {
-        io.out << "FC: cannot open " << name1 << " - " << openFailureText(err) << "\r\n";
+        io.out << "FC: cannot open " << name1 << " - " << (why.empty() ? openFailureText(err) : why)
+               << "\r\n";
         return 2;
     }
-    FilePtr file2(openForCompare(name2, err));
+    FilePtr file2(openForCompare(name2, err, why));
     if (!file2.get()) {
-        io.out << "FC: cannot open " << name2 << " - " << openFailureText(err) << "\r\n";
+        io.out << "FC: cannot open " << name2 << " - " << (why.empty() ? openFailureText(err) : why)
+               << "\r\n";
         return 2;
     }
     io.out << "Comparing files " << name1 << " and " << name2 << "\r\n";
