@@ -64,6 +64,9 @@ int runOnce(long count, int argc, char** argv) {
     const auto t0 = Clock::now();
     results.setCntl("Process");
     results.addLine("Start\t2026-05-07 09:05:07");
+    results.addLine("Start\t2026-05-07 09:05:07");
+    results.addLine("Directory 1: /left ");
+    results.addLine("Directory 2: /right ");
     for (long n = 0; n < count; ++n) {
         if (n % 100 == 0) {
             const std::string dir = "/src/module " + std::to_string(n / 1000) + "/part " +

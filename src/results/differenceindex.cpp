@@ -6,20 +6,26 @@
 namespace pv {
 
 void DifferenceIndex::add(std::string_view line) {
-    if (line.substr(0, 13) == "Directory 1: ") {
-        m_header1 = m_next;
-        m_header2 = -1;
-    } else if (line.substr(0, 13) == "Directory 2: ") {
-        m_header2 = m_next;
-    } else if (LineKind kind = lineKind(line); isDifference(kind)) {
+    add(line, lineKind(line));
+}
+
+void DifferenceIndex::add(std::string_view line, LineKind kind) {
+    if (kind != LineKind::Plain) {
         // A walk's directory line stands between blocks: it takes no headers.
-        if (kind != LineKind::UnmatchedDirectory && kind != LineKind::UnreadableDirectory)
+        if (kind != LineKind::UnmatchedDirectory && kind != LineKind::UnreadableDirectory &&
+            isDifference(kind))
             for (long* header : {&m_header1, &m_header2})
                 if (*header >= 0) {
                     m_rows.push_back(*header);
                     *header = -1;
                 }
-        m_rows.push_back(m_next);
+        if (isDifference(kind))
+            m_rows.push_back(m_next);
+    } else if (line.substr(0, 13) == "Directory 1: ") {
+        m_header1 = m_next;
+        m_header2 = -1;
+    } else if (line.substr(0, 13) == "Directory 2: ") {
+        m_header2 = m_next;
     }
     ++m_next;
 }

@@ -5,6 +5,8 @@
 // file that differs.
 // The list itself keeps every line, so its indexes stay those of the whole list.
 
+#include "results/linekind.h"
+
 #include <string_view>
 #include <vector>
 
@@ -14,6 +16,8 @@ class DifferenceIndex {
   public:
     // Takes the next line of the list (lines arrive in order, from index 0).
     void add(std::string_view line);
+    // The same, with the line's kind already known.
+    void add(std::string_view line, LineKind kind);
     const std::vector<long>& rows() const { return m_rows; }
     // The row that shows the line, or the first row after it (rows().size() when none).
     long rowAtOrAfter(long line) const;

@@ -34,9 +34,15 @@ std::string_view rtrimmed(std::string_view s) {
 
 // A sequence column: digits, then blanks up to `width`.
 bool isSequenceField(std::string_view field) {
-    size_t digits = field.find_first_not_of("0123456789");
-    return digits != 0 && (digits == std::string_view::npos ||
-                           field.find_first_not_of(' ', digits) == std::string_view::npos);
+    // Plain loops: every line of a big compare passes through here.
+    size_t i = 0;
+    while (i < field.size() && field[i] >= '0' && field[i] <= '9')
+        ++i;
+    if (i == 0)
+        return false;
+    while (i < field.size() && field[i] == ' ')
+        ++i;
+    return i == field.size();
 }
 
 bool fitsAttributeColumn(std::string_view column) {
@@ -118,8 +124,11 @@ const Tag* entryTag(std::string_view line, size_t& restStart) {
     if (width == std::string_view::npos || width == 0 || !isSequenceField(line.substr(0, width)))
         return nullptr;
     std::string_view tagText = line.substr(width, kTagWidth);
-    auto tag = std::find_if(kTags.begin(), kTags.end(),
-                            [&](const Tag& t) { return t.text == tagText; });
+    // The tags differ in their second or sixth character; one full compare follows.
+    auto tag = std::find_if(kTags.begin(), kTags.end(), [&](const Tag& t) {
+        return tagText.size() == kTagWidth && t.text[1] == tagText[1] &&
+               t.text[5] == tagText[5] && t.text == tagText;
+    });
     size_t second = width + kTagWidth;
     if (tag == kTags.end() || line.size() < second + width ||
         !isSequenceField(line.substr(second, width)))

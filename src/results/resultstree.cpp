@@ -40,6 +40,7 @@ ResultsRun& ResultsTree::openRun() {
         m_runs.emplace_back();
         m_runs.back().firstLine = m_next;
         m_byPath.clear();
+        m_children.clear();
         m_current = -1;
         m_inRun = true;
     }
@@ -48,9 +49,14 @@ ResultsRun& ResultsTree::openRun() {
 
 int ResultsTree::child(int parent, std::string_view name) {
     ResultsRun& run = m_runs.back();
-    for (int c : run.nodes[size_t(parent)].children)
-        if (run.nodes[size_t(c)].name == name)
-            return c;
+    // By parent and name, so a directory of thousands of sub-directories costs
+    // no search through its children.
+    std::string key = std::to_string(parent);
+    key += '\0';
+    key += name;
+    const auto [known, added] = m_children.try_emplace(std::move(key), int(run.nodes.size()));
+    if (!added)
+        return known->second;
     int id = int(run.nodes.size());
     ResultsTreeNode node;
     node.name = name;
@@ -108,8 +114,19 @@ void ResultsTree::markDirectory(std::string_view path, LineKind kind) {
 }
 
 void ResultsTree::add(std::string_view line) {
+    add(line, lineKind(line));
+}
+
+void ResultsTree::add(std::string_view line, LineKind kind) {
     static constexpr std::string_view kDir1 = "Directory 1: ", kDir2 = "Directory 2: ";
-    if (startsWith(line, "Start\t")) {
+    if (kind != LineKind::Plain) {
+        if (m_inRun && !m_runs.back().nodes.empty()) {
+            if (kind == LineKind::UnmatchedDirectory || kind == LineKind::UnreadableDirectory)
+                markDirectory(directoryOfWalkLine(line), kind);
+            else if (isDifference(kind) && m_current >= 0)
+                count(m_current, kind);
+        }
+    } else if (startsWith(line, "Start\t")) {
         openRun();
     } else if (startsWith(line, "end of Directory compare\t") ||
                startsWith(line, "end of subdirectory compare\t")) {
@@ -129,13 +146,6 @@ void ResultsTree::add(std::string_view line) {
         ResultsRun& run = openRun();
         if (run.right.empty())
             run.right = headerPath(line, kDir2);
-    } else if (m_inRun && !m_runs.back().nodes.empty()) {
-        LineKind kind = lineKind(line);
-        if (kind == LineKind::UnmatchedDirectory || kind == LineKind::UnreadableDirectory) {
-            markDirectory(directoryOfWalkLine(line), kind);
-        } else if (isDifference(kind) && m_current >= 0) {
-            count(m_current, kind);
-        }
     }
     ++m_next;
 }

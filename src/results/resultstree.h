@@ -42,6 +42,8 @@ class ResultsTree {
   public:
     // Takes the next line of the list (lines arrive in order, from index 0).
     void add(std::string_view line);
+    // The same, with the line's kind already known.
+    void add(std::string_view line, LineKind kind);
     // The runs, oldest first.
     const std::vector<ResultsRun>& runs() const { return m_runs; }
 
@@ -53,7 +55,8 @@ class ResultsTree {
     void markDirectory(std::string_view path, LineKind kind);
 
     std::vector<ResultsRun> m_runs;
-    std::unordered_map<std::string, int> m_byPath; // the open run's nodes
+    std::unordered_map<std::string, int> m_byPath;   // the open run's nodes by path
+    std::unordered_map<std::string, int> m_children; // ... by parent and name
     long m_next = 0;
     bool m_inRun = false;
     int m_current = -1; // the node whose block the lines belong to

@@ -138,6 +138,7 @@ ResultsList::ResultsList(QWidget* parent) : QWidget(parent) {
     connect(m_print, &QPushButton::clicked, this, &ResultsList::PrintButton_Click);
     connect(m_saveReport, &QPushButton::clicked, this, &ResultsList::SaveReport_Click);
     connect(m_differencesOnly, &QCheckBox::toggled, this, &ResultsList::setDifferencesOnly);
+    connect(m_tree, &QTreeWidget::itemExpanded, this, &ResultsList::fillTreeItem);
     connect(m_tree, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         if (item)
             showTreeNodeLine(item->data(0, Qt::UserRole).toLongLong());
@@ -436,39 +437,59 @@ void ResultsList::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
+namespace {
+// Where a tree item's node lives: its run and its index in the run.
+constexpr int kRunRole = Qt::UserRole + 1;
+constexpr int kNodeRole = Qt::UserRole + 2;
+} // namespace
+
+QTreeWidgetItem* ResultsList::treeItem(QTreeWidgetItem* parent, int run, int id) {
+    const ResultsTreeNode& node = m_model->tree().runs()[size_t(run)].nodes[size_t(id)];
+    auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(m_tree);
+    item->setText(0, QString::fromUtf8(node.name.data(), qsizetype(node.name.size())));
+    item->setData(0, Qt::UserRole, qlonglong(node.line));
+    item->setData(0, kRunRole, run);
+    item->setData(0, kNodeRole, id);
+    const DirectoryCounts& c = node.below;
+    item->setText(1, QString::number(c.different));
+    item->setText(2, QString::number(c.oneOnly));
+    item->setText(3, QString::number(c.twoOnly));
+    const ResultColours colours = ResultColours::fromPalette(m_list->palette());
+    const QColor tint = node.mark != LineKind::Plain ? colours.of(node.mark)
+                        : c.any()                    ? colours.different
+                                                     : QColor();
+    if (tint.isValid())
+        for (int column = 0; column < 4; ++column)
+            item->setBackground(column, tint);
+    // Children are made when the item is first opened: a walk of thousands of
+    // directories costs the end of the compare a few items only.
+    if (!node.children.empty())
+        item->setChildIndicatorPolicy(QTreeWidgetItem::ShowIndicator);
+    return item;
+}
+
+void ResultsList::fillTreeItem(QTreeWidgetItem* item) {
+    if (item->childCount() > 0 || item->childIndicatorPolicy() != QTreeWidgetItem::ShowIndicator)
+        return;
+    const int run = item->data(0, kRunRole).toInt(), id = item->data(0, kNodeRole).toInt();
+    for (int child : m_model->tree().runs()[size_t(run)].nodes[size_t(id)].children)
+        treeItem(item, run, child);
+    item->setChildIndicatorPolicy(QTreeWidgetItem::DontShowIndicatorWhenChildless);
+}
+
 void ResultsList::refreshTree() {
     const ResultsTree& tree = m_model->tree();
     if (m_treeLines == m_model->lines().size())
         return;
     m_treeLines = m_model->lines().size();
-    const ResultColours colours = ResultColours::fromPalette(m_list->palette());
     const QSignalBlocker quiet(m_tree);
     m_tree->clear();
-    for (auto run = tree.runs().rbegin(); run != tree.runs().rend(); ++run) {
-        if (run->nodes.empty())
+    for (int run = int(tree.runs().size()) - 1; run >= 0; --run) {
+        if (tree.runs()[size_t(run)].nodes.empty())
             continue;
-        // Nodes are made parents first, so a node's parent item already exists.
-        std::vector<QTreeWidgetItem*> items(run->nodes.size());
-        for (size_t id = 0; id < run->nodes.size(); ++id) {
-            const ResultsTreeNode& node = run->nodes[id];
-            QTreeWidgetItem* item =
-                node.parent < 0 ? new QTreeWidgetItem(m_tree)
-                                : new QTreeWidgetItem(items[size_t(node.parent)]);
-            items[id] = item;
-            item->setText(0, QString::fromUtf8(node.name.data(), qsizetype(node.name.size())));
-            item->setData(0, Qt::UserRole, qlonglong(node.line));
-            const DirectoryCounts& c = node.below;
-            item->setText(1, QString::number(c.different));
-            item->setText(2, QString::number(c.oneOnly));
-            item->setText(3, QString::number(c.twoOnly));
-            const QColor tint = node.mark != LineKind::Plain ? colours.of(node.mark)
-                                : c.any()                    ? colours.different
-                                                             : QColor();
-            if (tint.isValid())
-                for (int column = 0; column < 4; ++column)
-                    item->setBackground(column, tint);
-        }
-        items[0]->setExpanded(true);
+        QTreeWidgetItem* top = treeItem(nullptr, run, 0);
+        fillTreeItem(top);
+        top->setExpanded(true);
     }
 }
 

@@ -129,6 +129,8 @@ class ResultsList : public QWidget, public CompareObserver {
     QWidget* createLegend();
     // Builds the tree again when lines came since it was last built.
     void refreshTree();
+    QTreeWidgetItem* treeItem(QTreeWidgetItem* parent, int run, int id);
+    void fillTreeItem(QTreeWidgetItem* item);
 
     ResultsModel* m_model;
     ResultsView* m_list;

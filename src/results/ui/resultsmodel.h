@@ -32,8 +32,9 @@ class ResultsModel : public QAbstractListModel {
 
     void append(std::string_view line) {
         m_lines.append(line);
-        m_differences.add(line);
-        m_tree.add(line);
+        const LineKind kind = lineKind(line);
+        m_differences.add(line, kind);
+        m_tree.add(line, kind);
     }
     void publish();
     // Every stored line, shown or not yet.
